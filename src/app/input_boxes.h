@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The green input boxes: one table, and the rules of their four handlers.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "app/formatting.h"
+#include "app/global.h"
+
+namespace mirelund {
+
+/// How a stored value is shown: "$" in front, in 13 places or so; the number in
+/// its places and "%" behind; the number in its places; the text as typed.
+enum class BoxLook : std::uint8_t { Money, Percent, Years, Text };
+
+enum class KeyFilter : std::uint8_t { Any, Decimal, WholeNumber };
+
+/// Where a box stores its value.
+enum class BoxStore : std::uint8_t { None, InputValues, MortgageInputs };
+
+/// All that is known of one box. A page with two options can have a second row
+/// for a box whose meaning changes with the option.
+struct BoxRule {
+  std::string_view name;
+  CalculatorPageIndex page;
+  int option;  ///< 0: as the page starts; 1: under the page's second option
+  std::string_view label;
+  std::string_view labelName;  ///< empty: the label has no name of its own
+  BoxStore store;
+  std::uint8_t slot;
+  KeyFilter filter;
+  std::int16_t extraDecimals;  ///< 0: the filter's two; else asked for before each key
+  Pattern pattern;
+  BoxLook look;
+  std::uint8_t width;
+  bool limited;  ///< more than 40 is refused with message 5
+  Currency initial;
+};
+
+/// The boxes in page order and, within a page, in the order that Enter follows.
+std::span<const BoxRule> boxRules();
+
+/// The row of a box; under option 1 the option's own row where there is one.
+const BoxRule& boxRule(std::string_view name, int option = 0);
+
+/// The character to be passed on, or 0 where it is swallowed with a beep.
+/// Digits, the point and backspace pass; behind a point in BoxText only as many
+/// digits as ExtraDecimals asks for (3 or more; the request is used up), else 2.
+char DecimalKeyFilter(Global& global, char character);
+
+/// The character to be passed on, or 0: digits and backspace pass.
+char WholeNumberKeyFilter(char character);
+
+/// Key-press: what the typed character does to a box that shows `text`.
+struct KeyPressed {
+  bool emptyFirst = false;  ///< the first key replaces the whole content
+  bool passed = false;      ///< else it is swallowed with a beep
+};
+KeyPressed pressKey(Global& global, KeyFilter filter, std::int16_t extraDecimals,
+                    std::string_view text, char character);
+
+/// Text that enters at once (paste, drop, middle click, input method): each
+/// character must pass as a typed one would, or nothing enters.
+KeyPressed enterText(Global& global, KeyFilter filter, std::int16_t extraDecimals,
+                     std::string_view text, std::string_view entering);
+
+/// Lost-focus: what the box shows afterwards.
+struct BoxLeft {
+  int message = 0;       ///< message 5, or 3 for a number out of range
+  bool refused = false;  ///< nothing was stored; the box shows the value it had
+  bool changed = false;  ///< `text` is to be shown
+  std::string text;
+};
+BoxLeft leaveBox(Global& global, const BoxRule& rule, std::string_view text);
+
+/// The stored value as the box shows it.
+std::string boxText(const BoxRule& rule, Currency value);
+std::string boxText(const BoxRule& rule, double value);
+
+/// Stores the initial value of a numeric box and returns the text to show.
+std::string loadBox(Global& global, const BoxRule& rule);
+
+}  // namespace mirelund

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Pension growth: a salary-based plan, year by year, with contributions of
+// employee and company that rise with the salary.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "app/currency.h"
+#include "app/global.h"
+#include "calc/calculation.h"
+
+namespace mirelund {
+
+/// All rates are annual, in percent, and used as they are.
+struct PensionGrowthInput {
+  Currency balance;
+  Currency salary;
+  Currency ownPercent;      ///< of the salary
+  Currency companyPercent;  ///< of the salary
+  Currency salaryIncreasePercent;
+  Currency growthPercent;
+  Currency inflationPercent;
+  Currency years;  ///< whole years, 1..40
+};
+
+struct PensionGrowth {
+  /// Year; contribution; interest; value.
+  std::vector<TableRow> rows;
+  /// The salary of each row.
+  std::vector<Currency> salaries;
+  /// Number of years; total contributions (the balance and every contribution
+  /// shown); final value less total contributions; final value.
+  TableRow totals;
+};
+
+/// Year 1 adds balance, contribution and interest. Each later year works on the
+/// base that the year before left, value + contribution, and its own
+/// contribution enters the next base. So the first contribution is added twice,
+/// each later one a year late, the last never: required, and held by
+/// PensionGrowth.AddsTheFirstContributionTwice. Salary and contribution rise by
+/// the same rate and are rounded to Currency every year; the value is not.
+/// Interest is RateTimesAmount with the growth rate in single precision. Throws
+/// ArithmeticError for years outside 1..40 and for a number out of range.
+PensionGrowth pensionGrowth(const PensionGrowthInput& input);
+
+/// The boxes as the page shows them.
+struct PensionGrowthTexts {
+  std::string balance;
+  std::string salary;
+  std::string own;
+  std::string company;
+  std::string salaryIncrease;
+  std::string growth;
+  std::string inflation;
+  std::string years;
+};
+
+/// PGCalculate: replaces the report (59 columns), the year table (column 0 the
+/// salary, row 0 column 4 the balance) and the chart selectors. A failure gives
+/// message 3 and leaves all of them as they were. The results to show end with a
+/// hint to the hidden column that the printed report does not have.
+Outcome calculatePensionGrowth(Global& global, const PensionGrowthTexts& texts);
+
+/// PGHelp: the page's help text.
+std::string pensionGrowthHelp();
+
+}  // namespace mirelund

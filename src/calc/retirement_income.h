@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Retirement income: how long savings last, taken out as a percentage of the
+// value once a year or as a fixed amount every month.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/currency.h"
+#include "app/global.h"
+#include "calc/calculation.h"
+
+namespace mirelund {
+
+/// RIWDrawalChoice, in the order of its elements.
+enum class WithdrawalChoice : std::uint8_t { Percentage, FixedAmount };
+
+struct WithdrawalChoiceRow {
+  WithdrawalChoice choice;
+  std::int16_t withdrawalOption;    ///< what WithdrawalOption holds while it is chosen
+  std::string_view caption;         ///< of the option button
+  std::string_view withdrawnLabel;  ///< in the report, in front of the third box
+  std::string_view lastLabel;       ///< in front of the fourth
+};
+
+inline constexpr std::array<WithdrawalChoiceRow, 2> kWithdrawalChoices{{
+    {WithdrawalChoice::Percentage, 0, "Percentage of current value",
+     "Annual income withdrawn as a (%):     ", "Time in years:                        "},
+    {WithdrawalChoice::FixedAmount, 2, "Fixed amount monthly",
+     "Monthly amount of cash withdrawn:", "Increase annual income by:            "},
+}};
+
+struct PercentageIncomeInput {
+  Currency value;
+  Currency growthPercent;
+  Currency withdrawnPercent;  ///< of the value, once a year
+  Currency years;             ///< whole years, 1..40
+};
+
+struct FixedIncomeInput {
+  Currency value;
+  Currency growthPercent;
+  Currency monthly;
+  Currency increasePercent;  ///< of the monthly amount, every year
+};
+
+struct RetirementIncome {
+  /// More would be withdrawn in a year than there is: no table.
+  bool withdrawalTooLarge = false;
+  /// Year; interest of the year; income of the year; value.
+  std::vector<TableRow> rows;
+  /// Number of years; total interest; total income; value at the end.
+  TableRow totals;
+};
+
+/// (Int(100 x) + 0.05) / 100: whole cents toward minus infinity plus the constant
+/// 0.0005, which is required and stays in the value
+/// (RetirementIncome.TruncationAddsItsConstant).
+Currency TruncateToCents(double x);
+
+/// With g (single precision) and p fractions of the value V at the year's start:
+/// income TruncateToCents(V p), value TruncateToCents(V + V (g - p)), interest
+/// V g. Throws ArithmeticError for years outside 1..40 and for a number out of
+/// range.
+RetirementIncome percentageIncome(const PercentageIncomeInput& input);
+
+/// Month by month: V + growth - m, growth = V times the monthly rate (1 + g)^(1/12)
+/// - 1 in single precision, rounded to four decimals. At the year's end V is
+/// raised by q m with the old m, then m and the annual amount A = 12 m by q of
+/// themselves; the total income takes the raised A. Both are required
+/// (RetirementIncome.TotalsUseNextYearsAmount), and the totals' value is the
+/// raised one. Ends after 40 years or when V is no longer above A: then a last
+/// year pays the months that are left, and its income is its interest plus the
+/// value it began with. Throws ArithmeticError for a number out of range and for
+/// nothing to withdraw from nothing.
+RetirementIncome fixedIncome(const FixedIncomeInput& input);
+
+/// The boxes as the page shows them.
+struct RetirementIncomeTexts {
+  std::string value;
+  std::string growth;
+  std::string withdrawn;
+  std::string last;  ///< the years, or the increase
+};
+
+/// RICalculate, by WithdrawalOption: clears the chart selectors, then replaces
+/// report, year table and selectors. Message 7 when more would be withdrawn than
+/// there is, message 3 for any other failure; report and table stay then, and
+/// there is nothing to chart.
+Outcome calculateRetirementIncome(Global& global, const RetirementIncomeTexts& texts);
+
+/// SwitchWithdrawalOption: sets WithdrawalOption, empties ReportLines(1) and loads
+/// the option's own values into slots 3 and 4, whose meaning changes; slots 1 and
+/// 2 keep theirs. What the four boxes, Label32 and Label33 are to show.
+std::vector<ShownText> switchWithdrawalOption(Global& global, WithdrawalChoice choice);
+
+/// RIHelp: the text of the option in use.
+std::string retirementIncomeHelp(WithdrawalChoice choice);
+
+}  // namespace mirelund

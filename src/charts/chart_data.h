@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a chart shows, without a window: from the figures that the last
+// calculation or valuation left in Global to captions, bars and their texts.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/global.h"
+
+namespace mirelund {
+
+/// What the value axis counts.
+enum class ChartAxis : std::uint8_t { Money, Percent };
+
+/// The manager's three views, one button each; the first is shown on opening.
+enum class ManagerView : std::uint8_t { GainDollars, GainPercent, TotalValue };
+
+struct ManagerViewRow {
+  ManagerView view;
+  std::string_view button;
+  std::string_view title;
+  std::size_t column;  ///< of ComparisonTotals
+  ChartAxis axis;
+  std::string_view seriesName;
+};
+
+inline constexpr std::array<ManagerViewRow, 3> kManagerViews{{
+    {ManagerView::GainDollars, "CVGainDollars", "Gain or Loss in dollars", 4, ChartAxis::Money,
+     "Gain or loss"},
+    {ManagerView::GainPercent, "CVGainPercent", "Gain or Loss in percent", 5, ChartAxis::Percent,
+     "Gain or loss"},
+    {ManagerView::TotalValue, "CVTotValue", "Current value of each company/fund", 3,
+     ChartAxis::Money, "Current value"},
+}};
+
+/// One bar per category; all series of a view have as many.
+struct ChartSeries {
+  std::string name;                ///< in the legend
+  std::vector<double> values;      ///< money, or percent as a number of percent
+  std::vector<std::string> texts;  ///< each value as reports show it, "$1,000.00", "14.870%"
+};
+
+struct ChartView {
+  /// 9 when the figures could not be read: there are no series then.
+  int message = 0;
+  std::string caption;  ///< of the window
+  std::string title;
+  std::string secondCaption;  ///< a text below the chart, or empty
+  std::string categoryTitle;
+  std::vector<std::string> categories;  ///< year or comparison numbers, fund names
+  std::string valueTitle;
+  ChartAxis axis = ChartAxis::Money;
+  std::vector<ChartSeries> series;  ///< none: the chart is empty
+  bool managerButtons = false;      ///< the manager's three buttons are seen
+};
+
+/// The view that ChartKind asks for; an unknown kind gives an empty chart. For
+/// investment growth by periods (kind 9) the table is first compacted to year
+/// ends: ComparisonTable(m, 1) becomes the year m and (m, 5) its end value,
+/// ChartCount the number of whole years; that overwrites the period numbers of
+/// the first rows, as required (ChartData.CompactsPeriodsToYearEnds). `manager`
+/// and `fundNames` (in fund-table order) serve kind 8 alone; a fund without a
+/// name is shown by its number.
+ChartView makeChartView(Global& global, ManagerView manager = ManagerView::GainDollars,
+                        std::span<const std::string> fundNames = {});
+
+/// What a bar's tooltip says: its category, its series where there are several,
+/// its value.
+std::string pointText(const ChartView& view, std::size_t series, std::size_t category);
+
+/// A mark of the value axis: thousands separated, decimals only where there are
+/// any, "%" behind a percentage.
+std::string tickText(ChartAxis axis, double value);
+
+/// Every how many categories one is labelled (1, 2, 5, 10, 20, ...), so that
+/// labels `widest` wide do not touch where each category has `slot`.
+std::size_t labelStep(double slot, double widest);
+
+}  // namespace mirelund

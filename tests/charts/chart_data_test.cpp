@@ -1,0 +1,254 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "charts/chart_data.h"
+
+#include <gtest/gtest.h>
+
+#include "calc/capital_required.h"
+#include "calc/compound_gain.h"
+#include "calc/investment_growth.h"
+#include "calc/mortgage.h"
+#include "calc/pension_growth.h"
+#include "calc/retirement_income.h"
+#include "charts/chart_kind.h"
+
+namespace mirelund {
+namespace {
+
+using Texts = std::vector<std::string>;
+using Values = std::vector<double>;
+
+void input(Global& global, std::initializer_list<double> values) {
+  std::size_t slot = 1;
+  for (const double value : values) global.InputValues[slot++] = ToCurrency(value);
+}
+
+TEST(ChartData, CapitalRequired) {
+  Global global;
+  input(global, {1210, 10, 2});
+  calculateCapitalRequired(global, {});
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.message, 0);
+  EXPECT_EQ(view.caption, "Capital required");
+  EXPECT_EQ(view.title, "Growth in capital required over 2 Years");
+  EXPECT_EQ(view.secondCaption, "");
+  EXPECT_EQ(view.categoryTitle, "Year");
+  EXPECT_EQ(view.categories, (Texts{"1", "2"}));
+  EXPECT_EQ(view.axis, ChartAxis::Money);
+  EXPECT_FALSE(view.managerButtons);
+  ASSERT_EQ(view.series.size(), 1U);
+  // 1210 / 2.31 x 1.1 = 576.1905.
+  EXPECT_EQ(view.series[0].values, (Values{576.1905, 1210}));
+  EXPECT_EQ(view.series[0].texts, (Texts{"$576.19", "$1,210.00"}));
+  EXPECT_EQ(pointText(view, 0, 1), "Year 2: $1,210.00");
+}
+
+TEST(ChartData, PensionGrowth) {
+  Global global;
+  input(global, {0, 40000, 4, 4, 4, 10, 0, 25});
+  calculatePensionGrowth(global, {});
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.caption, "Pension growth");
+  EXPECT_EQ(view.title, " Pension growth over 25 Years");
+  ASSERT_EQ(view.series[0].values.size(), 25U);
+  EXPECT_EQ(view.series[0].values[0], 3520);
+  EXPECT_EQ(view.series[0].values[1], 7392);
+  EXPECT_EQ(view.series[0].texts[24], "$462,141.54");
+  EXPECT_EQ(view.categories[24], "25");
+}
+
+TEST(ChartData, MortgageHasTwoSeriesAndASecondCaption) {
+  Global global;
+  MortgageTexts shown = loadMortgage(global);
+  MortgageChoices choices;
+  choices.compounding = CompoundingPeriod::Semiannual;
+  global.MortgageInputs[2] = 6;
+  calculateMortgage(global, choices, shown);
+  choices.frequency = PaymentFrequency::Monthly;
+  calculateMortgage(global, choices, shown);
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.caption, "Mortgage comparisons");
+  EXPECT_EQ(view.title, "");
+  EXPECT_EQ(view.secondCaption, "Total interest paid");
+  EXPECT_EQ(view.categoryTitle, "Comparison");
+  EXPECT_EQ(view.categories, (Texts{"1", "2"}));
+  ASSERT_EQ(view.series.size(), 2U);
+  EXPECT_EQ(view.series[0].name, "Conventional");
+  EXPECT_EQ(view.series[1].name, "At the chosen frequency");
+  EXPECT_EQ(view.series[0].texts, (Texts{"$91,941.98", "$91,941.98"}));
+  EXPECT_EQ(view.series[1].texts, (Texts{"$74,455.00", "$91,941.98"}));
+  EXPECT_EQ(pointText(view, 1, 0), "Comparison 1, At the chosen frequency: $74,455.00");
+}
+
+TEST(ChartData, CompoundGain) {
+  Global global;
+  input(global, {10000, 20000, 5});
+  calculateCompoundGain(global, {});
+  input(global, {100, 50, 1});
+  calculateCompoundGain(global, {});
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.caption, "Compound gain");
+  EXPECT_EQ(view.title, "Annual percentage gain/loss comparisons");
+  EXPECT_EQ(view.axis, ChartAxis::Percent);
+  EXPECT_EQ(view.valueTitle, "Percent");
+  EXPECT_EQ(view.categories, (Texts{"1", "2"}));
+  EXPECT_EQ(view.series[0].values, (Values{14.8698, -50}));
+  EXPECT_EQ(view.series[0].texts, (Texts{"14.870%", "-50.000%"}));
+}
+
+TEST(ChartData, GrowthComparisons) {
+  Global global;
+  InvestmentGrowthTexts texts;
+  texts.results = GrowthResults::Comparison;
+  for (const double beginning : {1000, 2000, 3000}) {
+    input(global, {beginning, 0, 0, 10, 0, 0, 2});
+    calculateInvestmentGrowth(global, texts);
+  }
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.caption, "Investment growth");
+  EXPECT_EQ(view.title, "Total growth values for each comparision");
+  EXPECT_EQ(view.categories, (Texts{"1", "2", "3"}));
+  EXPECT_EQ(view.series[0].values, (Values{1210, 2420, 3630}));
+}
+
+TEST(ChartData, CompactsPeriodsToYearEnds) {
+  struct Case {
+    ContributionFrequency frequency;
+    int years;
+    std::size_t perYear;
+  };
+  for (const Case& c :
+       {Case{ContributionFrequency::Monthly, 25, 12}, Case{ContributionFrequency::Quarterly, 10, 4},
+        Case{ContributionFrequency::Annually, 40, 1},
+        Case{ContributionFrequency::Monthly, 40, 12}}) {
+    Global global;
+    input(global, {0, 100, 0, 12, 0, 0, static_cast<double>(c.years)});
+    InvestmentGrowthTexts texts;
+    texts.frequency = c.frequency;
+    calculateInvestmentGrowth(global, texts);
+    const auto years = static_cast<std::size_t>(c.years);
+    Values ends;
+    for (std::size_t year = 1; year <= years; ++year)
+      ends.push_back(global.ComparisonTable.at(year * c.perYear, 4).toDouble());
+    for (int opening = 1; opening <= 2; ++opening) {
+      const ChartView view = makeChartView(global);
+      EXPECT_EQ(view.caption, "Invested growth");
+      EXPECT_EQ(view.title, "Investment growth over " + std::to_string(c.years) + " Years");
+      EXPECT_EQ(view.series[0].values, ends) << "opening " << opening;
+      EXPECT_EQ(view.categories.size(), years);
+      EXPECT_EQ(global.ChartCount, c.years);
+    }
+    EXPECT_EQ(global.ComparisonTable.at(2, 1), Currency::whole(2)) << "the year, not the period";
+    EXPECT_EQ(global.ComparisonTable.at(2, 5), global.ComparisonTable.at(2 * c.perYear, 4));
+  }
+}
+
+TEST(ChartData, RetirementByAmountBeginsWithTheStartingValue) {
+  Global global;
+  global.WithdrawalOption = 2;
+  input(global, {3000, 0, 100, 10});
+  calculateRetirementIncome(global, {});
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.caption, "Retirement income");
+  EXPECT_EQ(view.title, "Retirement beginning balance over 3 Years");
+  EXPECT_EQ(view.series[0].values, (Values{3000, 1800, 490}));
+}
+
+TEST(ChartData, RetirementByPercentageShowsYearEnds) {
+  Global global;
+  input(global, {100000, 20, 15, 2});
+  calculateRetirementIncome(global, {});
+  const ChartView view = makeChartView(global);
+  EXPECT_EQ(view.caption, "Retirement income");
+  EXPECT_EQ(view.title, "Retirement ending balance over 2 Years");
+  EXPECT_EQ(view.series[0].values, (Values{105000.0005, 110250.0005}));
+  EXPECT_EQ(view.series[0].texts, (Texts{"$105,000.00", "$110,250.00"}));
+}
+
+// The manager's table: 0..31 by 0..6, one row a fund.
+Global managed() {
+  Global global;
+  global.ChartKind = chart::kManager;
+  global.ChartCount = 2;
+  global.ComparisonTotals.redimension(32, 7);
+  for (std::size_t fund = 1; fund <= 2; ++fund)
+    for (std::size_t column = 0; column < 7; ++column)
+      global.ComparisonTotals.at(fund, column) =
+          Currency::whole(static_cast<int>(100 * fund + column));
+  global.ComparisonTotals.at(2, 4) = Currency::whole(-50);
+  return global;
+}
+
+TEST(ChartData, TheManagerHasThreeViews) {
+  Global global = managed();
+  const Texts funds = {"Alpha Fund", "Beta"};
+  ChartView view = makeChartView(global, ManagerView::GainDollars, funds);
+  EXPECT_EQ(view.caption, "Investment manager charts");
+  EXPECT_TRUE(view.managerButtons);
+  EXPECT_EQ(view.title, "Gain or Loss in dollars");
+  EXPECT_EQ(view.categories, funds);
+  EXPECT_EQ(view.series[0].values, (Values{104, -50}));
+  EXPECT_EQ(pointText(view, 0, 1), "Beta: $-50.00");
+  view = makeChartView(global, ManagerView::GainPercent, funds);
+  EXPECT_EQ(view.title, "Gain or Loss in percent");
+  EXPECT_EQ(view.axis, ChartAxis::Percent);
+  EXPECT_EQ(view.series[0].values, (Values{105, 205}));
+  view = makeChartView(global, ManagerView::TotalValue, funds);
+  EXPECT_EQ(view.title, "Current value of each company/fund");
+  EXPECT_EQ(view.series[0].values, (Values{103, 203}));
+  EXPECT_EQ(makeChartView(global, ManagerView::TotalValue, {}).categories, (Texts{"1", "2"}));
+  for (std::size_t i = 0; i < kManagerViews.size(); ++i)
+    EXPECT_EQ(static_cast<std::size_t>(kManagerViews[i].view), i);
+}
+
+TEST(ChartData, UnknownKindsAreEmpty) {
+  for (const int kind : {-1, 0, 1, 2, 12, 100}) {
+    Global global;
+    global.ChartKind = static_cast<std::int16_t>(kind);
+    global.ChartCount = 5;
+    const ChartView view = makeChartView(global);
+    EXPECT_EQ(view.message, 0);
+    EXPECT_TRUE(view.series.empty());
+    EXPECT_EQ(view.caption, "");
+  }
+}
+
+TEST(ChartData, FiguresOutsideTheTableAreMessageNine) {
+  for (int kind = 3; kind <= 11; ++kind) {
+    Global global;
+    global.ChartKind = static_cast<std::int16_t>(kind);
+    global.ChartCount = 600;
+    global.ChartPeriods = 600;
+    global.ChartPeriodsPerYear = 1;
+    const ChartView view = makeChartView(global);
+    EXPECT_EQ(view.message, 9) << kind;
+    EXPECT_TRUE(view.series.empty()) << kind;
+    EXPECT_NE(view.caption, "") << kind;
+  }
+  Global global;
+  global.ChartKind = chart::kGrowthYears;
+  global.ChartPeriods = 12;
+  EXPECT_EQ(makeChartView(global).message, 9) << "no periods in a year";
+}
+
+TEST(ChartData, MarksOfTheValueAxis) {
+  EXPECT_EQ(tickText(ChartAxis::Money, 0), "0");
+  EXPECT_EQ(tickText(ChartAxis::Money, 1250000), "1,250,000");
+  EXPECT_EQ(tickText(ChartAxis::Money, -50000), "-50,000");
+  EXPECT_EQ(tickText(ChartAxis::Money, 0.5), "0.50");
+  EXPECT_EQ(tickText(ChartAxis::Money, 0.1 + 0.2 + 0.7), "1");
+  EXPECT_EQ(tickText(ChartAxis::Percent, 15), "15%");
+  EXPECT_EQ(tickText(ChartAxis::Percent, -2.5), "-2.50%");
+}
+
+TEST(ChartData, LabelsAreThinnedWhenTheyWouldTouch) {
+  EXPECT_EQ(labelStep(20, 14), 1U);
+  EXPECT_EQ(labelStep(10, 14), 2U);
+  EXPECT_EQ(labelStep(5, 14), 5U);
+  EXPECT_EQ(labelStep(2, 14), 10U);
+  EXPECT_EQ(labelStep(1, 14), 20U);
+  EXPECT_EQ(labelStep(14, 14), 2U) << "touching is too near";
+  EXPECT_EQ(labelStep(0, 14), 1U);
+}
+
+}  // namespace
+}  // namespace mirelund

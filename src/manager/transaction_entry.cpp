@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/transaction_entry.h"
+
+#include "app/parse_number.h"
+#include "dialogs/messages.h"
+
+namespace mirelund {
+
+namespace {
+
+constexpr EntryBoxRule kBoxes[kEntryBoxes] = {
+    {EntryBox::Date, "EInDate", "Date"},
+    {EntryBox::Price, "EInPrice", "Price of each share"},
+    {EntryBox::Shares, "EInNumShrs", "Number of shares"},
+    {EntryBox::Fees, "EInComm", "Commission or fee"},
+    {EntryBox::Dividend, "EInCashDiv", "Cash dividend"},
+};
+
+bool meets(Currency value, Need need) {
+  switch (need) {
+    case Need::None:
+      return value.isZero();
+    case Need::Positive:
+      return value > Currency();
+    case Need::Any:
+      break;
+  }
+  return true;
+}
+
+bool valuesMatch(const EntryRow& row) {
+  for (const auto& [box, name, caption] : kBoxes)
+    if (box != EntryBox::Date && !meets(row.value(box), row.type->need(box))) return false;
+  return true;
+}
+
+Currency bookValue(const Record& record, BookRule rule) {
+  switch (rule) {
+    case BookRule::Trade:
+      return record.price * record.shares + record.fees;
+    case BookRule::CashReceived:
+      return -record.dividend;
+    case BookRule::CashPaid:
+      return record.fees;
+    case BookRule::NoCash:
+      break;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::span<const EntryBoxRule> entryBoxes() {
+  return kBoxes;
+}
+
+std::optional<EntryBox> nextEntryBox(const TransactionType& type, EntryBox box) {
+  for (const auto& rule : kBoxes)
+    if (rule.box > box && type.need(rule.box) != Need::None) return rule.box;
+  return std::nullopt;
+}
+
+BoxLeft leaveAmountBox(Global& global, Currency& stored, std::string_view text) {
+  BoxLeft left;
+  if (global.BoxEdited != 1) return left;
+  global.BoxEdited = 0;
+  try {
+    stored = ToCurrency(ParseNumber(text));
+  } catch (const ArithmeticError&) {
+    left.message = message::kWrongEntry;
+    left.refused = true;
+  }
+  left.changed = true;
+  left.text = FormatNumber(stored, kEntryPattern);
+  return left;
+}
+
+int checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFormat& format,
+               bool correcting, Date& date) {
+  if (row.type == nullptr) return message::kNoType;
+  if (dateText.find_first_not_of(' ') == std::string_view::npos) return message::kNoDate;
+  const auto typed = parseDate(dateText, format);
+  if (!typed) return message::kDateFormat;
+  if (!valuesMatch(row))
+    return correcting ? message::kRecordNotCorrected : message::kRecordNotSaved;
+  date = *typed;
+  return message::kNone;
+}
+
+Record buildRecord(const EntryRow& row, std::int16_t fund, Date date) {
+  Record record;
+  record.fund = Currency::whole(fund);
+  record.type = row.type->code;
+  record.date = date;
+  record.price = row.value(EntryBox::Price);
+  record.shares = row.value(EntryBox::Shares);
+  record.fees = row.value(EntryBox::Fees);
+  record.dividend = row.value(EntryBox::Dividend);
+  if (row.type->leavesHolding) record.shares = -record.shares;
+  record.bookValue = bookValue(record, row.type->book);
+  return record;
+}
+
+EntryRow entryRow(const Record& record) {
+  const Currency shares = record.shares < Currency() ? -record.shares : record.shares;
+  return {transactionType(record.type),
+          {Currency(), record.price, shares, record.fees, record.dividend, Currency()}};
+}
+
+}  // namespace mirelund

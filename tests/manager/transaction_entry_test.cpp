@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/transaction_entry.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include "manager/databases.h"
+
+namespace mirelund {
+namespace {
+
+constexpr ShortDateFormat kFormat{};
+
+EntryRow row(char type, double price, double shares, double fees, double dividend) {
+  return {transactionType(type),
+          {Currency(), money(price), money(shares), money(fees), money(dividend), Currency()}};
+}
+
+struct Built {
+  const char* source;
+  EntryRow row;
+  double shares, book;
+};
+
+// Book values by hand.
+const Built kBuilt[] = {
+    {"100 x 10 + 50", row('B', 10, 100, 50, 0), 100, 1050},
+    {"-(100 x 10) + 50", row('S', 10, 100, 50, 0), -100, -950},
+    {"a dividend of 100", row('C', 0, 0, 0, 100), 0, -100},
+    {"shares without cash", row('D', 10, 10, 0, 0), 10, 0},
+    {"a fee of 100", row('F', 0, 0, 100, 0), 0, 100},
+    {"units without cash", row('U', 10, 5, 0, 0), -5, 0},
+    {"a split", row('D', .0001, 450, 0, 0), 450, 0},
+    {"no commission", row('B', 2.5, 3, 0, 0), 3, 7.5},
+    {"1.2345 x 1.1111 = 1.37165..., to four decimals", row('B', 1.2345, 1.1111, 0, 0), 1.1111,
+     1.3717},
+    {"-(0.0001 x 0.5) is a tie to zero, + 1", row('S', .0001, .5, 1, 0), -.5, 1},
+};
+
+TEST(BuildRecord, FollowsTheType) {
+  for (const auto& c : kBuilt) {
+    const Record record = buildRecord(c.row, 3, date(2001, 5, 15));
+    EXPECT_EQ(record.fund, Currency::whole(3)) << c.source;
+    EXPECT_EQ(record.shares, money(c.shares)) << c.source;
+    EXPECT_EQ(record.bookValue, money(c.book)) << c.source;
+    EXPECT_EQ(record.price, c.row.EntryValues[1]) << c.source;
+    EXPECT_EQ(record.fees, c.row.EntryValues[3]) << c.source;
+    EXPECT_EQ(record.dividend, c.row.EntryValues[4]) << c.source;
+    EXPECT_EQ(record.type, c.row.type->code) << c.source;
+    EXPECT_EQ(record.date, date(2001, 5, 15)) << c.source;
+  }
+}
+
+TEST(BuildRecord, ThrowsWhenTheBookValueLeavesTheRange) {
+  EXPECT_THROW(buildRecord(row('B', 9e14, 2, 0, 0), 1, date(2001, 1, 1)), ArithmeticError);
+  EXPECT_THROW(buildRecord(row('S', 9e14, 2, 0, 0), 1, date(2001, 1, 1)), ArithmeticError);
+  EXPECT_THROW(buildRecord(row('B', 9e14, 1, 9e14, 0), 1, date(2001, 1, 1)), ArithmeticError);
+}
+
+TEST(EntryRow, OfARecordBuildsItAgain) {
+  for (const auto& c : kBuilt) {
+    const Record record = buildRecord(c.row, 3, date(2001, 5, 15));
+    const EntryRow again = entryRow(record);
+    EXPECT_EQ(again.type, c.row.type);
+    EXPECT_EQ(again.EntryValues, c.row.EntryValues) << c.source;
+  }
+}
+
+struct Checked {
+  EntryRow row;
+  const char* date;
+  int message;
+};
+
+// The table of what each type needs, box by box, and the order of refusals.
+const Checked kChecked[] = {
+    {row('B', 1, 1, 0, 0), "5/15/2001", 0},
+    {row('B', 1, 1, 1, 0), "5/15/2001", 0},
+    {row('B', 0, 1, 0, 0), "5/15/2001", 20},
+    {row('B', 1, 0, 0, 0), "5/15/2001", 20},
+    {row('B', 1, 1, 0, 1), "5/15/2001", 20},
+    {row('S', 1, 1, 0, 0), "5/15/2001", 0},
+    {row('S', 0, 1, 0, 0), "5/15/2001", 20},
+    {row('S', 1, 0, 9, 0), "5/15/2001", 20},
+    {row('S', 1, 1, 0, 1), "5/15/2001", 20},
+    {row('D', 1, 1, 0, 0), "5/15/2001", 0},
+    {row('D', 0, 1, 0, 0), "5/15/2001", 20},
+    {row('D', 1, 0, 0, 0), "5/15/2001", 20},
+    {row('D', 1, 1, 1, 0), "5/15/2001", 20},
+    {row('D', 1, 1, 0, 1), "5/15/2001", 20},
+    {row('U', 1, 1, 0, 0), "5/15/2001", 0},
+    {row('U', 0, 1, 0, 0), "5/15/2001", 20},
+    {row('U', 1, 0, 0, 0), "5/15/2001", 20},
+    {row('U', 1, 1, 1, 0), "5/15/2001", 20},
+    {row('U', 1, 1, 0, 1), "5/15/2001", 20},
+    {row('C', 0, 0, 0, 1), "5/15/2001", 0},
+    {row('C', 0, 0, 0, 0), "5/15/2001", 20},
+    {row('C', 1, 0, 0, 1), "5/15/2001", 20},
+    {row('C', 0, 1, 0, 1), "5/15/2001", 20},
+    {row('C', 0, 0, 1, 1), "5/15/2001", 20},
+    {row('F', 0, 0, 1, 0), "5/15/2001", 0},
+    {row('F', 0, 0, 0, 0), "5/15/2001", 20},
+    {row('F', 1, 0, 1, 0), "5/15/2001", 20},
+    {row('F', 0, 1, 1, 0), "5/15/2001", 20},
+    {row('F', 0, 0, 1, 1), "5/15/2001", 20},
+    {row('B', .0001, .0001, 0, 0), "5/15/2001", 0},
+    {EntryRow{}, "", 51},
+    {EntryRow{}, "5/15/2001", 51},
+    {row('B', 0, 0, 0, 0), "", 31},
+    {row('B', 1, 1, 0, 0), "  ", 31},
+    {row('B', 0, 0, 0, 0), "2/30/2001", 30},
+    {row('B', 1, 1, 0, 0), "today", 30},
+};
+
+TEST(CheckEntry, AsksForExactlyTheTypesValues) {
+  for (const auto& c : kChecked) {
+    Date typed;
+    const std::string what = std::string(c.row.type ? 1 : 0, c.row.type ? c.row.type->code : ' ');
+    EXPECT_EQ(checkEntry(c.row, c.date, kFormat, false, typed), c.message) << what << ' ' << c.date;
+    if (c.message == 0) {
+      EXPECT_EQ(typed, date(2001, 5, 15));
+    }
+    const int correcting = c.message == 20 ? 29 : c.message;
+    EXPECT_EQ(checkEntry(c.row, c.date, kFormat, true, typed), correcting) << what;
+  }
+}
+
+struct Way {
+  char type;
+  const char* boxes;  // D date, P price, N number of shares, C commission, V dividend, + adds
+};
+
+TEST(NextEntryBox, FollowsTheTypesOwnBoxes) {
+  const auto letter = [](EntryBox box) { return "DPNCV"[static_cast<int>(box)]; };
+  for (const auto& [code, boxes] : {Way{'B', "DPNC+"},
+                                    {'S', "DPNC+"},
+                                    {'C', "DV+"},
+                                    {'D', "DPN+"},
+                                    {'F', "DC+"},
+                                    {'U', "DPN+"}}) {
+    std::string way = "D";
+    EntryBox at = EntryBox::Date;
+    while (const auto next = nextEntryBox(*transactionType(code), at)) way += letter(at = *next);
+    EXPECT_EQ(way + '+', boxes);
+  }
+}
+
+TEST(LeaveAmountBox, StoresOnlyWhatWasTyped) {
+  Global global;
+  Currency stored = money(5);
+  EXPECT_FALSE(leaveAmountBox(global, stored, "7").changed);
+  EXPECT_EQ(stored, money(5));
+  global.BoxEdited = 1;
+  const BoxLeft left = leaveAmountBox(global, stored, "1234.56789");
+  EXPECT_TRUE(left.changed);
+  EXPECT_EQ(left.text, "1,234.5679");
+  EXPECT_EQ(stored.tenThousandths(), 12345679);
+  EXPECT_EQ(global.BoxEdited, 0);
+  global.BoxEdited = 1;
+  EXPECT_EQ(leaveAmountBox(global, stored, "").text, "0.0000");
+  global.BoxEdited = 1;
+  const BoxLeft refused = leaveAmountBox(global, stored = money(5), "999999999999999999");
+  EXPECT_EQ(refused.message, 3);
+  EXPECT_TRUE(refused.refused);
+  EXPECT_EQ(refused.text, "5.0000");
+  EXPECT_EQ(stored, money(5));
+}
+
+TEST(EntryHelp, BeginsAndEndsAsRequiredAndShowsARowForEachType) {
+  const std::string help = entryHelp(kFormat);
+  EXPECT_TRUE(
+      help.starts_with("On startup Funds: 0. Either use Open file tab to retrieve a database file "
+                       "from disk or\r\n"));
+  EXPECT_TRUE(help.ends_with(
+      "Book Value: A positive figure represents cash paid out by you, a negative figure cash\r\n"
+      "received and .00 a none cash transaction\r\n"));
+  for (const char* line :
+       {"Bought            1/11/2008       10.9300      200.0000       24.9500              \r\n",
+        "Sold              2/11/2015       24.0200      140.0000       29.9500              \r\n",
+        "Cash Dividend     6/19/2009                                                 48.0000\r\n",
+        "Dividend Shares  12/23/2010       18.9300       12.8000                            \r\n",
+        "Fee Cash          1/14/2010                                   12.5000              \r\n",
+        "Unit Fee         10/22/2011       16.7900        1.0500                            \r\n"})
+    EXPECT_NE(help.find(line), std::string::npos) << line;
+  EXPECT_NE(entryHelp(shortDateFormat("dd.MM.yy")).find("11.01.2008"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace mirelund

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Writes the sample database: make_sample DtaSampl.PQD
+#include <cstdio>
+#include <string_view>
+
+#include "manager/data_file.h"
+#include "manager/file_store.h"
+#include "sample_database.h"
+
+int main(int count, char** words) {
+  if (count != 2) {
+    std::fputs("usage: make_sample FILE\n", stderr);
+    return 2;
+  }
+  const auto bytes = mirelund::writeDatabase(mirelund::sampleDatabase());
+  if (!mirelund::replaceFile(mirelund::systemFiles(), words[1], bytes)) {
+    std::perror(words[1]);
+    return 1;
+  }
+  return 0;
+}

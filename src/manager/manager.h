@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The investment manager without its window: what each control does to the
+// database in memory, and what the window shows then.
+//
+// Operations never show a dialog: they return a message number (0: none), and
+// what they refuse leaves everything as it was. Texts to show are UTF-8; names in
+// the tables are the file's bytes (app/text.h: displayText). Funds are named by
+// their row in the fund list, 1..FundCount, so that two of one name stay two.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/global.h"
+#include "app/input_boxes.h"
+#include "dialogs/messages.h"
+#include "manager/file_store.h"
+#include "manager/fund_database.h"
+#include "manager/fund_reports.h"
+#include "manager/transaction_entry.h"
+
+namespace mirelund {
+
+/// FileDialogMode.
+enum class FileDialog : std::int16_t { Idle = 0, Opening = 1, Saving = 2, Cancelled = 9 };
+
+inline constexpr std::string_view kFileEnding = ".PQD";
+inline constexpr std::string_view kFileFilter = "Investment Manager Database (*.PQD)";
+inline constexpr std::string_view kNoFundText = "Click dn/arrow for funds list";
+inline constexpr std::string_view kFundNameCaption = "&Add Fund Name";
+inline constexpr std::string_view kFundNamePrompt =
+    " Type in the name of the fund or               company.";
+inline constexpr std::string_view kCorrectPrompt = "Correct record number: ";
+inline constexpr std::string_view kDeletePrompt = "Delete record number: ";
+
+/// A path whose file name has no ending, with ".PQD" behind it. The save dialog
+/// must ask about overwriting the name with its ending: give it the ending too.
+std::string withFileEnding(std::string path);
+
+/// What the window and its pages share. Only Manager changes it.
+struct ManagerState {
+  std::int16_t ActiveFund = 0;        ///< number of the fund chosen; 0 none
+  std::int16_t ActiveFundRow = 0;     ///< its row; 0 none
+  std::int16_t CorrectingRecord = 0;  ///< number of the record being corrected; 0 none
+  std::int16_t FileChanged = 0;       ///< 1 after any change of a record or fund
+  FileDialog FileDialogMode = FileDialog::Idle;
+  std::string DatabasePath;  ///< full path of the file last opened or saved; bytes
+  std::string DatabaseName;  ///< its file-name part; bytes
+  EntryRow entry;            ///< the entry row
+  std::string CVResults;     ///< the current-value table; empty when none stands
+  /// Changes whenever the fund list does: pages that list funds rebuild them then.
+  std::uint32_t fundsRevision = 0;
+  /// Changes whenever a record or fund does: reports shown are stale then.
+  std::uint32_t dataRevision = 0;
+};
+
+/// What pressing Delete leads to.
+struct DeleteAsked {
+  int message = 0;         ///< refused
+  bool wholeFund = false;  ///< no records left: ask question 5, then deleteFund
+};
+
+/// A report for the display page.
+struct ReportShown {
+  int message = 0;  ///< 3 where a total leaves the range; the report is empty then
+  FundReport report;
+};
+
+class Manager {
+ public:
+  explicit Manager(Global& global, FileCalls& files = systemFiles());
+
+  const ManagerState& state() const { return state_; }
+  const Database& database() const { return database_; }
+
+  /// The system's short date; set before anything is shown or typed.
+  void setDateFormat(const ShortDateFormat& format) { format_ = format; }
+  const ShortDateFormat& dateFormat() const { return format_; }
+
+  // --- the window -------------------------------------------------------------
+
+  /// Form_Load: an empty database, ComparisonTotals in the manager's shape,
+  /// ActiveWindow 2.
+  void load();
+
+  /// DiscardDatabase, on leaving: everything emptied, path and name too, so that a
+  /// new database is not saved over the old file by habit.
+  void discard();
+
+  /// True when question 3 is to be asked before the database is given up, by
+  /// leaving, by opening another, or by the program's end. A database without
+  /// records is given up without it, whatever was changed: required.
+  bool mustAskBeforeDiscarding() const;
+
+  /// What messages and questions name: path, today in the short form.
+  MessageDetails details(Date today) const;
+
+  std::string fundsText() const;     ///< "Funds: 2"
+  std::string recordsText() const;   ///< "Records: 90"
+  std::string databaseText() const;  ///< "Database: DtaSampl.PQD"
+
+  /// The fund names as shown, in table order.
+  std::vector<std::string> fundNames() const;
+  /// The name of the fund in a row as shown; empty for row 0.
+  std::string fundName(std::int16_t row) const;
+
+  /// Another page was chosen: a correction is cancelled, the row cleared, and a
+  /// fund must be chosen again before entries are accepted.
+  void leaveEntryPage();
+
+  // --- files ------------------------------------------------------------------
+
+  void setFileDialog(FileDialog mode) { state_.FileDialogMode = mode; }
+
+  /// Replaces the database by the file's. Message 13 for whatever is not exactly
+  /// a data file; the database in memory is whole then, as before.
+  int openDatabase(const std::string& path);
+
+  /// Message 15 when there is nothing to save: asked before the dialog.
+  int checkSave() const;
+
+  /// Saves under the path, ".PQD" behind it where the name has no ending. Message
+  /// 15, or 25 for any failure: the old file stands and FileChanged stays.
+  int saveDatabase(const std::string& path);
+
+  // --- entry page -------------------------------------------------------------
+
+  /// EFunds: makes the fund in `row` active, clears the entry row, cancels a
+  /// correction. Returns the fund's record list.
+  Outcome chooseFund(std::int16_t row);
+
+  /// ECreateFund with the dialog's answer: "" and "1" add nothing. The new fund is
+  /// active. Message 36 at 18 funds, 3 for a name that a file cannot carry.
+  Outcome addFund(std::string_view answer);
+
+  /// ETransType: clears the boxes; the type's own are enabled. Message 16 without
+  /// an active fund: the type list is to be reset. While a correction is in
+  /// progress the list is locked, and nothing happens.
+  int chooseType(std::size_t index);
+
+  /// Pressing Delete in the type list.
+  void clearEntryRow();
+
+  /// EInDate_LostFocus: message 30 for a text that is no date; an empty box is
+  /// left in peace.
+  int leaveDateBox(std::string_view text) const;
+
+  /// Lost-focus of a value box.
+  BoxLeft leaveValueBox(EntryBox box, std::string_view text);
+
+  /// The texts of the row's value boxes while a correction is in progress.
+  std::string valueText(EntryBox box) const;
+
+  /// EAddaRec: adds the row as a record, or stores the corrected one. The box that
+  /// has the focus is left first, so that it is stored. `fundText` is what EFunds
+  /// shows. Refusals in this order: type (51), date (31, 30),
+  /// values (20, 29), fund (16, 19), 600 records (35), an amount or total out of
+  /// range (3); the row stays as typed. Returns the new list.
+  Outcome addRecord(std::string_view dateText, std::string_view fundText);
+
+  /// Message 16 unless `fundText` names the active fund; 19 when it names none.
+  int checkFund(std::string_view fundText) const;
+
+  /// ECorrectRec with the number typed: its record in the entry row. Message 16 or
+  /// 19 (checkFund, also asked before the number dialog), 17.
+  int correctRecord(std::string_view fundText, std::string_view number);
+  /// The date to show in EInDate after correctRecord.
+  std::string correctingDateText() const;
+
+  /// EDelRec, first step: cancels a correction.
+  DeleteAsked askDelete(std::string_view fundText);
+  /// Message 17 unless the number finds a record of the active fund; before
+  /// question 4 is asked.
+  int checkRecordNumber(std::string_view number) const;
+  /// After the yes to question 4. Returns the new list.
+  Outcome deleteRecord(std::string_view number);
+  /// After the yes to question 5; message 16 without an active fund. The fund must
+  /// have no records.
+  int deleteFund();
+
+  /// EResults: the active fund's record list, empty without one; message 3 and an
+  /// empty list where a total leaves the range.
+  Outcome showRecordList();
+
+  // --- display page -----------------------------------------------------------
+
+  ReportShown showFund(std::int16_t row);
+  ReportShown showAllFunds();
+
+  // --- current value ----------------------------------------------------------
+
+  /// The text of a fund's price box: as stored, empty until a price was typed.
+  /// Prices stay while the funds do.
+  std::string priceText(std::int16_t row) const;
+  /// CVInPrice_LostFocus.
+  BoxLeft leavePriceBox(std::int16_t row, std::string_view text);
+
+  /// CVCalc: the table, in CVResults and as the outcome's results; ChartCount the
+  /// number of funds. Refusals: a fund without records (28), a price missing or 0
+  /// (24), a result out of range (3); CVResults is empty then.
+  Outcome calculateCurrentValue();
+
+  /// CVGraph: message 4 with nothing calculated; else ChartKind 8.
+  int graphCurrentValue();
+
+  // --- printing ---------------------------------------------------------------
+
+  /// Message 2 for an empty report.
+  static int checkPrint(std::string_view report);
+  /// Puts the header typed (PrintHeader) and the report into ReportLines(2). False
+  /// when the header dialog was cancelled ("1"): nothing is printed.
+  bool preparePrint(std::string_view report);
+
+ private:
+  void clearValuation();
+  void fundsChanged();
+  void dataChanged();
+  std::int16_t recordRow(std::string_view number) const;
+
+  Global& global_;
+  FileCalls& files_;
+  ShortDateFormat format_;
+  Database database_;
+  ManagerState state_;
+  /// By fund row; nothing until a price was typed.
+  std::array<std::optional<Currency>, kMostFunds + 1> prices_;
+};
+
+}  // namespace mirelund

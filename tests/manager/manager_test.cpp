@@ -1,0 +1,597 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/manager.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+
+#include "manager/data_file.h"
+#include "manager/databases.h"
+
+namespace mirelund {
+namespace {
+
+// The manager as its window drives it.
+class ManagerTest : public testing::Test {
+ protected:
+  ManagerTest() { manager.load(); }
+
+  static std::size_t typeIndex(char code) { return std::string("BSCDFU").find(code); }
+
+  BoxLeft type(EntryBox box, const std::string& text) {
+    global.BoxEdited = 1;
+    return manager.leaveValueBox(box, text);
+  }
+
+  void addFund(const std::string& name) { ASSERT_EQ(manager.addFund(name).message, 0); }
+
+  std::string activeName() const { return manager.fundName(manager.state().ActiveFundRow); }
+
+  void fill(char code, const std::string& price, const std::string& shares, const std::string& fees,
+            const std::string& dividend) {
+    ASSERT_EQ(manager.chooseType(typeIndex(code)), 0);
+    if (!price.empty()) type(EntryBox::Price, price);
+    if (!shares.empty()) type(EntryBox::Shares, shares);
+    if (!fees.empty()) type(EntryBox::Fees, fees);
+    if (!dividend.empty()) type(EntryBox::Dividend, dividend);
+  }
+
+  int add(char code, const std::string& day, const std::string& price, const std::string& shares,
+          const std::string& fees = "", const std::string& dividend = "") {
+    fill(code, price, shares, fees, dividend);
+    return manager.addRecord(day, activeName()).message;
+  }
+
+  const Record& record(int row) const {
+    return manager.database().RecordTable[static_cast<std::size_t>(row)];
+  }
+
+  // Opens a database as the file dialog's answer would.
+  int open(const Database& database) {
+    write(folder.file("Test.PQD"), writeDatabase(database));
+    return manager.openDatabase(folder.file("Test.PQD"));
+  }
+
+  Folder folder;
+  Global global;
+  Manager manager{global};
+};
+
+TEST_F(ManagerTest, StartsEmpty) {
+  EXPECT_EQ(global.ActiveWindow, 2);
+  EXPECT_EQ(global.ComparisonTotals.rows(), 32U);
+  EXPECT_EQ(global.ComparisonTotals.columns(), 7U);
+  EXPECT_EQ(manager.fundsText(), "Funds: 0");
+  EXPECT_EQ(manager.recordsText(), "Records: 0");
+  EXPECT_EQ(manager.databaseText(), "Database: ");
+  EXPECT_EQ(manager.state().FileChanged, 0);
+  EXPECT_EQ(manager.database().FundTable[31].name, "All Records");
+  EXPECT_FALSE(manager.mustAskBeforeDiscarding());
+}
+
+TEST_F(ManagerTest, RecordsTheSixTypes) {
+  addFund("Amber");
+  EXPECT_EQ(manager.fundsText(), "Funds: 1");
+  EXPECT_EQ(global.FundCount, 1);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100", "50"), 0);
+  EXPECT_EQ(add('S', "1/3/2001", "10", "100", "50"), 0);
+  EXPECT_EQ(add('C', "1/4/2001", "", "", "", "100"), 0);
+  EXPECT_EQ(add('D', "1/5/2001", "10", "10"), 0);
+  EXPECT_EQ(add('F', "1/6/2001", "", "", "100"), 0);
+  EXPECT_EQ(add('U', "1/7/2001", "10", "5"), 0);
+  EXPECT_EQ(manager.recordsText(), "Records: 6");
+  const double shares[] = {100, -100, 0, 10, 0, -5};
+  const double books[] = {1050, -950, -100, 0, 100, 0};
+  for (int row = 1; row <= 6; ++row) {
+    EXPECT_EQ(record(row).shares, money(shares[row - 1]));
+    EXPECT_EQ(record(row).bookValue, money(books[row - 1]));
+    EXPECT_EQ(record(row).type, "BSCDFU"[row - 1]);
+  }
+  EXPECT_EQ(manager.state().FileChanged, 1);
+  EXPECT_EQ(manager.state().entry.type, nullptr);
+  EXPECT_EQ(manager.state().ActiveFund, 1);
+}
+
+TEST_F(ManagerTest, RefusesInTheOrderTypeDateValuesFundRecords) {
+  addFund("Amber");
+  EXPECT_EQ(manager.addRecord("", "").message, 51);
+  fill('B', "10", "", "", "");
+  EXPECT_EQ(manager.addRecord("", "").message, 31);
+  EXPECT_EQ(manager.addRecord("2/30/2001", "").message, 30);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "").message, 20);
+  type(EntryBox::Shares, "100");
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, 19);
+  EXPECT_EQ(manager.addRecord("1/2/2001", std::string(kNoFundText)).message, 19);
+  // Nothing changed, and the row is left as typed.
+  EXPECT_EQ(manager.recordsText(), "Records: 0");
+  EXPECT_EQ(manager.state().entry.value(EntryBox::Price), money(10));
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Amber").message, 0);
+}
+
+TEST_F(ManagerTest, NeedsAnActiveFund) {
+  EXPECT_EQ(manager.chooseType(0), 16);
+  EXPECT_EQ(manager.checkFund("Amber"), 16);
+  addFund("Amber");
+  addFund("Birch");
+  EXPECT_EQ(manager.checkFund("Birch"), 0);
+  EXPECT_EQ(manager.checkFund("Amber"), 16);  // a fund, but not the active one
+  EXPECT_EQ(manager.checkFund("Cedar"), 19);
+  manager.leaveEntryPage();
+  EXPECT_EQ(manager.state().ActiveFund, 0);
+  EXPECT_EQ(manager.chooseType(0), 16);
+  EXPECT_EQ(manager.correctRecord("Birch", "1"), 16);
+  EXPECT_EQ(manager.askDelete("Birch").message, 16);
+}
+
+TEST_F(ManagerTest, FundsAreSortedAfterAdding) {
+  addFund("Cedar");
+  addFund("Amber");
+  addFund("Birch");
+  EXPECT_EQ(manager.fundNames(), (std::vector<std::string>{"Amber", "Birch", "Cedar"}));
+  EXPECT_EQ(manager.state().ActiveFundRow, 2);
+  EXPECT_EQ(manager.state().ActiveFund, 3);
+  EXPECT_EQ(manager.state().FileChanged, 1);
+}
+
+TEST_F(ManagerTest, ADialogsAnswerMayAddNothing) {
+  for (const char* answer : {"", "1"}) {
+    const Outcome outcome = manager.addFund(answer);
+    EXPECT_EQ(outcome.message, 0);
+    EXPECT_FALSE(outcome.showResults);
+  }
+  EXPECT_EQ(manager.addFund("a\"b").message, 3);
+  EXPECT_EQ(manager.addFund("a\nb").message, 3);
+  EXPECT_EQ(manager.fundsText(), "Funds: 0");
+  EXPECT_EQ(manager.state().FileChanged, 0);
+}
+
+TEST_F(ManagerTest, TheNineteenthFundIsRefused) {
+  for (int i = 1; i <= 18; ++i) addFund("Fund " + std::to_string(i));
+  EXPECT_EQ(manager.addFund("Fund 19").message, 36);
+  EXPECT_EQ(manager.fundsText(), "Funds: 18");
+}
+
+TEST_F(ManagerTest, The601stRecordIsRefusedButCorrectionIsNot) {
+  EXPECT_EQ(open(madeDatabase(2, 600)), 0);
+  manager.chooseFund(1);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 35);
+  EXPECT_EQ(manager.recordsText(), "Records: 600");
+  EXPECT_EQ(manager.state().FileChanged, 0);
+  EXPECT_EQ(manager.correctRecord(activeName(), "1"), 0);
+  EXPECT_EQ(manager.addRecord("1/2/2001", activeName()).message, 0);
+  EXPECT_EQ(manager.recordsText(), "Records: 600");
+}
+
+TEST_F(ManagerTest, FundsOfOneNameAreChosenByTheirRow) {
+  addFund("Twin");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "1"), 0);
+  addFund("Twin");
+  EXPECT_EQ(add('B', "1/2/2002", "10", "2"), 0);
+  const auto number = [&](std::int16_t row) {
+    return fundNumber(manager.database().FundTable[static_cast<std::size_t>(row)]);
+  };
+  for (const auto row : std::vector<std::int16_t>{1, 2, 1}) {
+    manager.chooseFund(row);
+    EXPECT_EQ(manager.state().ActiveFund, number(row));
+    EXPECT_EQ(manager.checkFund("Twin"), 0);
+  }
+}
+
+TEST_F(ManagerTest, ARecordTooLargeIsRefusedBeforeAnythingIsStored) {
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "900000000000000", "2"), 3);  // its book value
+  EXPECT_EQ(add('D', "1/2/2001", "900000000000000", "2"), 3);  // its dividend value
+  EXPECT_EQ(manager.recordsText(), "Records: 0");
+  EXPECT_EQ(add('B', "1/2/2001", "1", "900000000000000"), 0);
+  EXPECT_EQ(add('B', "1/2/2001", ".0001", "900000000000000"), 3);  // total of shares
+  EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"), 3);   // total of book values
+  addFund("Birch");
+  EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"), 3);  // grand total
+  EXPECT_EQ(manager.recordsText(), "Records: 1");
+  EXPECT_EQ(manager.showAllFunds().message, 0);
+  // A value too large for its box never reaches the row.
+  ASSERT_EQ(manager.chooseType(0), 0);
+  EXPECT_EQ(type(EntryBox::Price, "9999999999999999").message, 3);
+}
+
+TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), 0);
+  EXPECT_EQ(add('B', "1/3/2001", "3", "3"), 0);
+  addFund("Birch");
+  EXPECT_EQ(add('B', "1/2/2001", "2", "2"), 0);
+  EXPECT_EQ(add('S', "1/4/2001", "4", "4", "1"), 0);
+  EXPECT_EQ(manager.correctRecord("Birch", "2"), 0);
+  EXPECT_EQ(manager.state().CorrectingRecord, 4);
+  EXPECT_EQ(manager.state().entry.type->listText, "Sold");
+  EXPECT_EQ(manager.correctingDateText(), "1/4/2001");
+  EXPECT_EQ(manager.valueText(EntryBox::Price), "4.0000");
+  EXPECT_EQ(manager.valueText(EntryBox::Shares), "4.0000");  // positive again
+  EXPECT_EQ(manager.valueText(EntryBox::Fees), "1.0000");
+  EXPECT_EQ(manager.valueText(EntryBox::Dividend), "0.0000");
+  for (const char* number : {"0", "3", "5", "601", "", "99999999999999999999", "-1"})
+    EXPECT_EQ(manager.correctRecord("Birch", number), 17) << number;
+  EXPECT_EQ(manager.state().CorrectingRecord, 4);
+
+  // The type list is locked; another value, an earlier date.
+  EXPECT_EQ(manager.chooseType(0), 0);
+  EXPECT_EQ(manager.state().entry.type->code, 'S');
+  type(EntryBox::Shares, "0");
+  EXPECT_EQ(manager.addRecord("1/4/2001", "Birch").message, 29);
+  type(EntryBox::Shares, "5");
+  EXPECT_EQ(manager.addRecord("12/31/2000", "Birch").message, 0);
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  EXPECT_EQ(manager.recordsText(), "Records: 4");
+  EXPECT_EQ(record(1).type, 'S');
+  EXPECT_EQ(record(1).shares, money(-5));
+  EXPECT_EQ(record(1).bookValue, money(-19));
+  EXPECT_EQ(record(1).number, 1);
+}
+
+TEST_F(ManagerTest, ACorrectionToALaterDateMovesTheRecord) {
+  addFund("Amber");
+  for (const char* day : {"1/1/2001", "1/2/2001", "1/3/2001"})
+    EXPECT_EQ(add('B', day, "1", "1"), 0);
+  EXPECT_EQ(manager.correctRecord("Amber", "1"), 0);
+  EXPECT_EQ(manager.addRecord("1/4/2001", "Amber").message, 0);
+  EXPECT_EQ(record(3).date, date(2001, 1, 4));
+  EXPECT_EQ(record(1).date, date(2001, 1, 2));
+}
+
+TEST_F(ManagerTest, DeleteAnotherPageAndAnotherFileCancelACorrection) {
+  ASSERT_EQ(open(madeDatabase(1, 3)), 0);
+  const auto correct = [&] {
+    manager.chooseFund(1);
+    ASSERT_EQ(manager.correctRecord(activeName(), "1"), 0);
+  };
+  correct();
+  EXPECT_FALSE(manager.askDelete(activeName()).wholeFund);
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  EXPECT_EQ(manager.state().entry.type, nullptr);
+  correct();
+  manager.leaveEntryPage();
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  correct();
+  manager.openDatabase(folder.file("Test.PQD"));
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  correct();
+  manager.clearEntryRow();
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+}
+
+TEST_F(ManagerTest, DeletingRenumbersTheList) {
+  addFund("Amber");
+  for (int i = 1; i <= 5; ++i)
+    EXPECT_EQ(add('B', "1/" + std::to_string(i) + "/2001", std::to_string(i), "1"), 0);
+  EXPECT_EQ(manager.checkRecordNumber("6"), 17);
+  EXPECT_EQ(manager.checkRecordNumber("3"), 0);
+  const Outcome outcome = manager.deleteRecord("3");
+  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.results, manager.showRecordList().results);
+  EXPECT_EQ(manager.recordsText(), "Records: 4");
+  EXPECT_EQ(record(3).price, money(4));
+  EXPECT_EQ(record(4).price, money(5));
+  EXPECT_EQ(manager.state().FileChanged, 1);
+  EXPECT_EQ(manager.deleteRecord("5").message, 17);
+}
+
+TEST_F(ManagerTest, TheFundGoesAfterItsLastRecord) {
+  addFund("Amber");
+  addFund("Birch");
+  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), 0);
+  EXPECT_FALSE(manager.askDelete("Birch").wholeFund);
+  EXPECT_EQ(manager.deleteRecord("1").message, 0);
+  EXPECT_EQ(manager.fundsText(), "Funds: 2");
+  EXPECT_TRUE(manager.askDelete("Birch").wholeFund);
+  EXPECT_EQ(manager.deleteFund(), 0);
+  EXPECT_EQ(manager.fundNames(), std::vector<std::string>{"Amber"});
+  EXPECT_EQ(manager.state().ActiveFund, 0);
+  EXPECT_EQ(manager.state().FileChanged, 1);
+  EXPECT_EQ(global.FundCount, 1);
+}
+
+TEST_F(ManagerTest, OfTwoFundsOfOneNameTheChosenOneGoes) {
+  for (const auto chosen : std::vector<std::int16_t>{1, 2}) {
+    manager.load();
+    addFund("Twin");
+    addFund("Twin");
+    manager.chooseFund(chosen);
+    const std::int16_t gone = manager.state().ActiveFund;
+    EXPECT_EQ(manager.deleteFund(), 0);
+    EXPECT_NE(fundNumber(manager.database().FundTable[1]), gone);
+  }
+}
+
+TEST_F(ManagerTest, ANewFundAfterADeletionSharesANumber) {
+  addFund("Amber");
+  addFund("Birch");
+  addFund("Cedar");
+  manager.chooseFund(2);
+  EXPECT_EQ(manager.deleteFund(), 0);
+  addFund("Dahlia");
+  EXPECT_EQ(manager.state().ActiveFund, 3);
+  EXPECT_EQ(manager.database().FundTable[2].name, "Cedar");
+  EXPECT_EQ(manager.database().FundTable[2].number, "3");
+  // A record of one is a record of both.
+  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), 0);
+  manager.chooseFund(2);
+  EXPECT_FALSE(manager.askDelete("Cedar").wholeFund);
+}
+
+TEST_F(ManagerTest, LeavingTheDateBoxChecksIt) {
+  EXPECT_EQ(manager.leaveDateBox("1/2/2001"), 0);
+  EXPECT_EQ(manager.leaveDateBox("13/2/2001"), 30);
+  EXPECT_EQ(manager.leaveDateBox(""), 0);
+  manager.setDateFormat(shortDateFormat("dd.MM.yy"));
+  EXPECT_EQ(manager.leaveDateBox("13/2/2001"), 0);
+  EXPECT_EQ(messageText(30, manager.details(date(2026, 3, 5))),
+            "Correct date format is 05.03.2026");
+}
+
+TEST_F(ManagerTest, ChoosingATypeClearsTheBoxes) {
+  addFund("Amber");
+  fill('B', "10", "20", "30", "");
+  EXPECT_EQ(manager.chooseType(1), 0);
+  EXPECT_EQ(manager.state().entry.value(EntryBox::Price), Currency());
+  EXPECT_EQ(manager.state().entry.type->listText, "Sold");
+}
+
+TEST_F(ManagerTest, AValueBoxStoresOnlyIfEdited) {
+  addFund("Amber");
+  ASSERT_EQ(manager.chooseType(0), 0);
+  EXPECT_FALSE(manager.leaveValueBox(EntryBox::Price, "12").changed);
+  EXPECT_EQ(manager.state().entry.value(EntryBox::Price), Currency());
+  EXPECT_EQ(type(EntryBox::Price, "1234.5").text, "1,234.5000");
+  EXPECT_EQ(manager.state().entry.value(EntryBox::Price), money(1234.5));
+}
+
+// --- files ------------------------------------------------------------------------
+
+TEST_F(ManagerTest, SavesAndOpensByteForByte) {
+  addFund("Amber, \xC3\xA9");
+  EXPECT_EQ(add('B', "1/2/2001", "10.5", "100", "50"), 0);
+  EXPECT_EQ(manager.checkSave(), 0);
+  EXPECT_EQ(manager.saveDatabase(folder.file("Mine")), 0);
+  const std::string path = folder.file("Mine.PQD");
+  EXPECT_EQ(contents(path),
+            "1,1,\"All Records\",\"31\"\r\n\"Amber, \xC3\xA9\",\"1\"\r\n"
+            "1,10.5,100,50,0,1100,\"B\",#2001-01-02#\r\n");
+  EXPECT_EQ(manager.state().FileChanged, 0);
+  EXPECT_EQ(manager.state().DatabasePath, path);
+  EXPECT_EQ(manager.databaseText(), "Database: Mine.PQD");
+  const Database saved = manager.database();
+  manager.discard();
+  EXPECT_EQ(manager.database(), Database());
+  EXPECT_EQ(manager.state().DatabasePath, "");
+  EXPECT_EQ(manager.openDatabase(path), 0);
+  EXPECT_EQ(manager.database(), saved);
+  EXPECT_EQ(manager.state().FileChanged, 0);
+}
+
+TEST_F(ManagerTest, NothingToSaveWithoutRecords) {
+  EXPECT_EQ(manager.checkSave(), 15);
+  addFund("Amber");
+  EXPECT_EQ(manager.checkSave(), 15);
+  EXPECT_EQ(manager.saveDatabase(folder.file("x.PQD")), 15);
+  EXPECT_FALSE(std::filesystem::exists(folder.file("x.PQD")));
+}
+
+TEST_F(ManagerTest, AFailedOpenLeavesTheDatabaseWhole) {
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
+  ASSERT_EQ(manager.saveDatabase(folder.file("Mine.PQD")), 0);
+  EXPECT_EQ(add('B', "1/3/2001", "10", "100"), 0);
+  const Database before = manager.database();
+  std::string bytes = writeDatabase(madeDatabase(3, 50));
+  bytes.resize(bytes.size() - 20);
+  write(folder.file("Cut.PQD"), bytes);
+  for (const std::string& name :
+       {std::string("Cut.PQD"), std::string("Missing.PQD"), std::string(".")}) {
+    EXPECT_EQ(manager.openDatabase(folder.file(name)), 13);
+    EXPECT_EQ(manager.database(), before);
+    EXPECT_EQ(manager.state().FileChanged, 1);
+    EXPECT_EQ(manager.databaseText(), "Database: Mine.PQD");
+    EXPECT_EQ(manager.state().ActiveFund, 1);
+  }
+}
+
+TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
+  EXPECT_EQ(manager.saveDatabase(folder.file("no/such/Mine.PQD")), 25);
+  EXPECT_EQ(manager.state().FileChanged, 1);
+  EXPECT_EQ(manager.state().DatabasePath, "");
+}
+
+TEST_F(ManagerTest, AsksBeforeChangesAreLost) {
+  addFund("Amber");
+  EXPECT_FALSE(manager.mustAskBeforeDiscarding());  // no records: required
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
+  EXPECT_TRUE(manager.mustAskBeforeDiscarding());
+  ASSERT_EQ(manager.saveDatabase(folder.file("Mine.PQD")), 0);
+  EXPECT_FALSE(manager.mustAskBeforeDiscarding());
+  addFund("Birch");
+  EXPECT_TRUE(manager.mustAskBeforeDiscarding());
+  EXPECT_EQ(questionText(3, manager.details(date(2026, 1, 1))),
+            "File changed. " + folder.file("Mine.PQD") +
+                " file in memory will be erased. Do you wish to go back and save it to Disk?.");
+  ASSERT_EQ(manager.saveDatabase(folder.file("Mine.PQD")), 0);
+  EXPECT_EQ(manager.deleteFund(), 0);
+  EXPECT_TRUE(manager.mustAskBeforeDiscarding());
+  manager.chooseFund(1);
+  EXPECT_EQ(manager.deleteRecord("1").message, 0);
+  EXPECT_FALSE(manager.mustAskBeforeDiscarding());  // the last record: required
+}
+
+TEST_F(ManagerTest, OpeningAnEmptyDatabaseShowsNothingElse) {
+  write(folder.file("Empty.PQD"), "0,0,\"All Records\",\"31\"\r\n");
+  EXPECT_EQ(manager.openDatabase(folder.file("Empty.PQD")), 0);
+  EXPECT_EQ(manager.fundsText(), "Funds: 0");
+  EXPECT_EQ(manager.recordsText(), "Records: 0");
+  EXPECT_EQ(manager.databaseText(), "Database: Empty.PQD");
+}
+
+TEST(WithFileEnding, AddsOneWhereThereIsNone) {
+  EXPECT_EQ(withFileEnding("/a/Mine"), "/a/Mine.PQD");
+  EXPECT_EQ(withFileEnding("/a.b/Mine"), "/a.b/Mine.PQD");
+  EXPECT_EQ(withFileEnding("/a/Mine.PQD"), "/a/Mine.PQD");
+  EXPECT_EQ(withFileEnding("/a/Mine.pqd"), "/a/Mine.pqd");
+  EXPECT_EQ(withFileEnding("/a/Mine.txt"), "/a/Mine.txt");
+  EXPECT_EQ(withFileEnding("/a/.hidden"), "/a/.hidden.PQD");
+}
+
+// --- reports and current value ------------------------------------------------------
+
+TEST_F(ManagerTest, ReportsThatLeaveTheRangeAreMessageThree) {
+  Database database = madeDatabase(1, 2);
+  database.RecordTable[1].shares = database.RecordTable[2].shares = Currency::max();
+  EXPECT_EQ(open(database), 0);
+  EXPECT_EQ(manager.chooseFund(1).message, 3);
+  EXPECT_TRUE(manager.chooseFund(1).showResults);
+  EXPECT_EQ(manager.chooseFund(1).results, "");
+  EXPECT_EQ(manager.showFund(1).message, 3);
+  EXPECT_EQ(manager.showAllFunds().message, 3);
+  global.BoxEdited = 1;
+  manager.leavePriceBox(1, "1");
+  EXPECT_EQ(manager.calculateCurrentValue().message, 3);
+  // Deleting is the way out.
+  EXPECT_EQ(manager.deleteRecord("1").message, 0);
+  EXPECT_EQ(manager.showFund(1).message, 0);
+}
+
+TEST_F(ManagerTest, CurrentValueRefusesAnEmptyFundThenAMissingPrice) {
+  const auto price = [&](std::int16_t row, const std::string& text) {
+    global.BoxEdited = 1;
+    return manager.leavePriceBox(row, text);
+  };
+  addFund("Amber");
+  EXPECT_EQ(manager.calculateCurrentValue().message, 28);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
+  EXPECT_EQ(manager.calculateCurrentValue().message, 24);
+  EXPECT_EQ(manager.priceText(1), "");
+  EXPECT_EQ(price(1, "0").text, "0.0000");
+  EXPECT_EQ(manager.calculateCurrentValue().message, 24);
+  EXPECT_EQ(price(1, "20").text, "20.0000");
+  EXPECT_EQ(manager.priceText(1), "20.0000");
+  EXPECT_EQ(manager.graphCurrentValue(), 4);
+  const Outcome outcome = manager.calculateCurrentValue();
+  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.results, manager.state().CVResults);
+  EXPECT_EQ(global.ChartCount, 1);
+  EXPECT_EQ(manager.graphCurrentValue(), 0);
+  EXPECT_EQ(global.ChartKind, 8);
+  EXPECT_EQ(global.ComparisonTotals.at(1, 4), money(1000));
+
+  // Reports do not disturb the chart's figures.
+  manager.showAllFunds();
+  EXPECT_EQ(global.ComparisonTotals.at(1, 4), money(1000));
+
+  // A changed record clears the results, not the prices.
+  manager.chooseFund(1);
+  EXPECT_EQ(add('B', "1/3/2001", "10", "100"), 0);
+  EXPECT_EQ(manager.state().CVResults, "");
+  EXPECT_EQ(global.ChartCount, 0);
+  EXPECT_EQ(manager.graphCurrentValue(), 4);
+  EXPECT_EQ(manager.priceText(1), "20.0000");
+
+  // Another fund does.
+  addFund("Birch");
+  EXPECT_EQ(manager.priceText(1), "");
+}
+
+TEST_F(ManagerTest, OpeningClearsTotalsAndResults) {
+  ASSERT_EQ(open(madeDatabase(1, 3)), 0);
+  global.BoxEdited = 1;
+  manager.leavePriceBox(1, "20");
+  EXPECT_EQ(manager.calculateCurrentValue().message, 0);
+  EXPECT_EQ(manager.openDatabase(folder.file("Test.PQD")), 0);
+  EXPECT_EQ(manager.state().CVResults, "");
+  EXPECT_EQ(global.ChartCount, 0);
+  for (std::size_t row = 0; row < 32; ++row)
+    for (std::size_t column = 0; column < 7; ++column)
+      EXPECT_TRUE(global.ComparisonTotals.at(row, column).isZero());
+}
+
+TEST_F(ManagerTest, PrintingPutsTheHeaderInFront) {
+  EXPECT_EQ(Manager::checkPrint(""), 2);
+  EXPECT_EQ(Manager::checkPrint("x"), 0);
+  global.PrintHeader = "1";
+  EXPECT_FALSE(manager.preparePrint("report"));
+  EXPECT_EQ(global.ReportLines[2], "");
+  global.PrintHeader = "My funds";
+  EXPECT_TRUE(manager.preparePrint("report"));
+  EXPECT_EQ(global.ReportLines[2], "My funds\r\nreport");
+  global.PrintHeader = "";
+  EXPECT_TRUE(manager.preparePrint("report"));
+  EXPECT_EQ(global.ReportLines[2], "report");
+  // The calculators print their own again.
+  manager.discard();
+  EXPECT_EQ(global.ReportLines[2], "");
+}
+
+TEST_F(ManagerTest, NamesAreShownAsTextAndKeptAsBytes) {
+  Database database = madeDatabase(2, 2);
+  database.FundTable[1].name = "caf\xC3\xA9";
+  database.FundTable[2].name = "caf\xE9";
+  ASSERT_EQ(open(database), 0);
+  EXPECT_EQ(manager.fundNames(), (std::vector<std::string>{"café", "café"}));
+  manager.chooseFund(2);
+  EXPECT_EQ(manager.checkFund("café"), 0);
+  ASSERT_EQ(manager.saveDatabase(folder.file("Again.PQD")), 0);
+  EXPECT_EQ(contents(folder.file("Again.PQD")), contents(folder.file("Test.PQD")));
+}
+
+// Whatever is done, the tables stay within their limits, sorted and numbered.
+RC_GTEST_PROP(Manager, KeepsItsTablesInOrder, ()) {
+  Global global;
+  Manager manager(global);
+  manager.load();
+  const int steps = *rc::gen::inRange(1, 60);
+  for (int i = 0; i < steps; ++i) {
+    const auto& database = manager.database();
+    switch (*rc::gen::inRange(0, 8)) {
+      case 0:
+        manager.addFund(*rc::gen::elementOf(std::vector<std::string>{"a", "b", "zzzzzzzzzz", "~"}));
+        break;
+      case 1:
+        if (database.FundCount > 0)
+          manager.chooseFund(*rc::gen::inRange<std::int16_t>(
+              1, static_cast<std::int16_t>(database.FundCount + 1)));
+        break;
+      case 2:
+        manager.correctRecord(manager.fundName(manager.state().ActiveFundRow),
+                              std::to_string(*rc::gen::inRange(0, 5)));
+        break;
+      case 3:
+        manager.deleteRecord(std::to_string(*rc::gen::inRange(0, 5)));
+        break;
+      case 4:
+        if (manager.askDelete(manager.fundName(manager.state().ActiveFundRow)).wholeFund)
+          manager.deleteFund();
+        break;
+      default:
+        manager.chooseType(*rc::gen::inRange<std::size_t>(0, 6));
+        for (const auto box :
+             {EntryBox::Price, EntryBox::Shares, EntryBox::Fees, EntryBox::Dividend}) {
+          const auto* type = manager.state().entry.type;
+          if (type == nullptr || type->need(box) == Need::None) continue;
+          global.BoxEdited = 1;
+          manager.leaveValueBox(box, std::to_string(*rc::gen::inRange(1, 1000)));
+        }
+        manager.addRecord(formatDate(*anyDate(), manager.dateFormat()),
+                          manager.fundName(manager.state().ActiveFundRow));
+    }
+    RC_ASSERT(std::ranges::is_sorted(database.funds(), {}, &Fund::name));
+    RC_ASSERT(std::ranges::is_sorted(database.records(), {}, &Record::date));
+    std::int16_t number = 0;
+    for (const Record& record : database.records()) RC_ASSERT(record.number == ++number);
+    const auto back = parseDatabase(writeDatabase(database));
+    RC_ASSERT(back.has_value());
+    RC_ASSERT(*back == database);
+    RC_ASSERT(manager.showAllFunds().message == 0);
+  }
+}
+
+}  // namespace
+}  // namespace mirelund

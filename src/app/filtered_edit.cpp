@@ -1,0 +1,202 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/filtered_edit.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <memory>
+
+#include "app/ui_text.h"
+
+namespace mirelund {
+
+namespace {
+
+// The character of a key that types one; 0 for navigation and shortcuts.
+bool typesText(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Backspace) return true;
+  const auto chords = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+  const auto held = event.modifiers() & chords;
+  // AltGr, which some systems report as Ctrl+Alt, types characters.
+  if (held != Qt::NoModifier && held != (Qt::ControlModifier | Qt::AltModifier)) return false;
+  return !event.text().isEmpty() && event.text().front().isPrint();
+}
+
+char asciiOf(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Backspace) return '\b';
+  const QString text = event.text();
+  // Any character beyond ASCII is one that no filter passes.
+  return text.size() == 1 && text.front().unicode() < 127 ? text.front().toLatin1() : '\x01';
+}
+
+}  // namespace
+
+FilteredEdit::FilteredEdit(Global& global, KeyFilter filter, std::int16_t extraDecimals,
+                           QWidget* parent)
+    : QLineEdit(parent), global_(global), filter_(filter), extraDecimals_(extraDecimals) {
+  setFilter(filter, extraDecimals);
+  setGreen(true);
+  // Cutting and undoing are edits too.
+  connect(this, &QLineEdit::textEdited, this, [this] { global_.BoxEdited = 1; });
+}
+
+void FilteredEdit::setFilter(KeyFilter filter, std::int16_t extraDecimals) {
+  filter_ = filter;
+  extraDecimals_ = extraDecimals;
+  if (filter != KeyFilter::Any) {
+    setAlignment(Qt::AlignRight);
+    setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+  }
+}
+
+void FilteredEdit::setGreen(bool green) {
+  QPalette colors = palette();
+  colors.setColor(QPalette::Base, green ? kInputGreen : QColor(Qt::white));
+  colors.setColor(QPalette::Text, Qt::black);
+  setPalette(colors);
+}
+
+void FilteredEdit::enter() {
+  selectAll();
+  QGuiApplication::clipboard()->clear();
+}
+
+BoxLeft FilteredEdit::leave() {
+  QGuiApplication::clipboard()->clear();
+  return {};
+}
+
+KeyPressed FilteredEdit::press(std::string_view text, char character) {
+  return pressKey(global_, filter_, extraDecimals_, text, character);
+}
+
+KeyPressed FilteredEdit::enterAtOnce(std::string_view text, std::string_view entering) {
+  return enterText(global_, filter_, extraDecimals_, text, entering);
+}
+
+void FilteredEdit::keyPressEvent(QKeyEvent* event) {
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    emit enterPressed();
+    return;
+  }
+  if (isReadOnly()) {
+    QLineEdit::keyPressEvent(event);
+    return;
+  }
+  if (event->matches(QKeySequence::Paste)) {
+    pasteFrom(QClipboard::Clipboard);
+    return;
+  }
+  if (event->key() == Qt::Key_Delete) global_.BoxEdited = 1;
+  if (typesText(*event)) {
+    const KeyPressed pressed = press(toStdString(text()), asciiOf(*event));
+    if (pressed.emptyFirst) empty();
+    if (!pressed.passed) {
+      QApplication::beep();
+      return;
+    }
+  }
+  QLineEdit::keyPressEvent(event);
+}
+
+void FilteredEdit::focusInEvent(QFocusEvent* event) {
+  selectOnClick_ = event->reason() == Qt::MouseFocusReason;
+  QLineEdit::focusInEvent(event);
+}
+
+void FilteredEdit::mousePressEvent(QMouseEvent* event) {
+  QLineEdit::mousePressEvent(event);
+  if (selectOnClick_) selectAll();
+}
+
+void FilteredEdit::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::MiddleButton) {
+    if (QGuiApplication::clipboard()->supportsSelection()) pasteFrom(QClipboard::Selection);
+    return;
+  }
+  QLineEdit::mouseReleaseEvent(event);
+  if (selectOnClick_) selectAll();
+  selectOnClick_ = false;
+}
+
+void FilteredEdit::contextMenuEvent(QContextMenuEvent* event) {
+  const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+  for (QAction* action : menu->actions()) {
+    if (!action->text().startsWith(QLineEdit::tr("&Paste"))) continue;
+    action->disconnect();
+    connect(action, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
+  }
+  menu->exec(event->globalPos());
+}
+
+void FilteredEdit::dropEvent(QDropEvent* event) {
+  if (isReadOnly() || event->source() == this) {
+    event->ignore();
+    return;
+  }
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  setFocus(Qt::OtherFocusReason);
+  insertAtOnce(event->mimeData()->text());
+}
+
+void FilteredEdit::inputMethodEvent(QInputMethodEvent* event) {
+  // Nothing is composed in the box: only what an input method commits arrives.
+  event->accept();
+  if (!isReadOnly() && !event->commitString().isEmpty()) insertAtOnce(event->commitString());
+}
+
+void FilteredEdit::empty() {
+  clear();
+  emit emptied();
+}
+
+void FilteredEdit::pasteFrom(int clipboardMode) {
+  insertAtOnce(QGuiApplication::clipboard()->text(static_cast<QClipboard::Mode>(clipboardMode)));
+}
+
+void FilteredEdit::insertAtOnce(QString entering) {
+  // A copied line often brings its end along.
+  while (entering.endsWith('\n') || entering.endsWith('\r')) entering.chop(1);
+  if (isReadOnly() || entering.isEmpty()) return;
+  const QString shown = text().remove(selectionStart(), static_cast<int>(selectedText().size()));
+  const KeyPressed pressed =
+      enterAtOnce(toStdString(hasSelectedText() ? shown : text()), toStdString(entering));
+  if (!pressed.passed) {
+    QApplication::beep();
+    return;
+  }
+  if (pressed.emptyFirst) empty();
+  insert(entering);
+}
+
+BoxEdit::BoxEdit(Global& global, const BoxRule& rule, QWidget* parent)
+    : FilteredEdit(global, rule.filter, rule.extraDecimals, parent), rule_(&rule) {
+  setObjectName(toQString(rule.name));
+  setAccessibleName(toQString(rule.label));
+}
+
+void BoxEdit::setRule(const BoxRule& rule) {
+  rule_ = &rule;
+  setFilter(rule.filter, rule.extraDecimals);
+  setAccessibleName(toQString(rule.label));
+}
+
+void BoxEdit::load() {
+  if (rule_->store != BoxStore::None) setText(toQString(loadBox(global(), *rule_)));
+}
+
+BoxLeft BoxEdit::leave() {
+  FilteredEdit::leave();
+  BoxLeft gone = leaveBox(global(), *rule_, toStdString(text()));
+  if (gone.changed) setText(toQString(gone.text));
+  return gone;
+}
+
+}  // namespace mirelund

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A one-line box that lets in only what its key filter passes, by any way.
+#pragma once
+
+#include <QColor>
+#include <QLineEdit>
+
+#include "app/input_boxes.h"
+
+namespace mirelund {
+
+/// The colour of whatever takes input.
+inline constexpr QColor kInputGreen(128, 255, 128);
+
+/// Typed keys, pasted, dropped and composed text all pass the same filter; the
+/// first key after the value was stored replaces the whole content. Enter is not
+/// typed but reported. What becomes of the value is up to the owner: BoxFocus
+/// tells it when the box is entered and left.
+class FilteredEdit : public QLineEdit {
+  Q_OBJECT
+
+ public:
+  FilteredEdit(Global& global, KeyFilter filter, std::int16_t extraDecimals,
+               QWidget* parent = nullptr);
+
+  /// Got-focus: the whole text is selected and the clipboard emptied.
+  void enter();
+
+  /// Lost-focus. Returns what is to be told, if anything.
+  virtual BoxLeft leave();
+
+  /// Green while it takes input, white while it shows a result.
+  void setGreen(bool green);
+
+ signals:
+  void enterPressed();
+  /// The first key after the value was stored emptied the box.
+  void emptied();
+
+ protected:
+  Global& global() { return global_; }
+  void setFilter(KeyFilter filter, std::int16_t extraDecimals);
+
+  /// What a typed character does; by default the key filter decides.
+  virtual KeyPressed press(std::string_view text, char character);
+  /// The same for text that enters at once.
+  virtual KeyPressed enterAtOnce(std::string_view text, std::string_view entering);
+
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+
+ private:
+  void empty();
+  void insertAtOnce(QString entering);
+  void pasteFrom(int clipboardMode);
+
+  Global& global_;
+  KeyFilter filter_;
+  std::int16_t extraDecimals_;
+  bool selectOnClick_ = false;
+};
+
+/// An input box of a calculator page, ruled by its row of the box table.
+class BoxEdit : public FilteredEdit {
+  Q_OBJECT
+
+ public:
+  BoxEdit(Global& global, const BoxRule& rule, QWidget* parent = nullptr);
+
+  const BoxRule& rule() const { return *rule_; }
+  void setRule(const BoxRule& rule);
+
+  /// Stores the rule's initial value and shows it.
+  void load();
+
+  BoxLeft leave() override;
+
+ private:
+  const BoxRule* rule_;
+};
+
+}  // namespace mirelund

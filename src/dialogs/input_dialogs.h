@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program's own small dialogs: one line of text, one record number.
+#pragma once
+
+#include <optional>
+
+#include "dialogs/message_dialogs.h"
+
+class QLineEdit;
+
+namespace mirelund {
+
+/// Asks for one line: the header of a printout, or the name of a new fund. The
+/// answer is left in Global::PrintHeader: the line, or "1" when cancelled. The
+/// double quote and line breaks enter by no way.
+class PrinterHeaderInput : public CentredDialog {
+  Q_OBJECT
+
+ public:
+  PrinterHeaderInput(Global& global, const QString& caption, const QString& prompt, QWidget* over);
+
+  void reject() override;
+
+ private:
+  void Acept_Click();
+  void NAcept_Click();
+
+  Global& global_;
+  QLineEdit* InFName_;
+};
+
+/// Asks for a record number: digits only.
+class FundCurValInput : public CentredDialog {
+  Q_OBJECT
+
+ public:
+  FundCurValInput(const QString& prompt, QWidget* over);
+
+  /// The number typed, or nothing when it was cancelled. An empty or endless
+  /// number is 0, which is no record's.
+  std::optional<int> number() const { return number_; }
+
+ private:
+  void FCVAcept_Click();
+
+  QLineEdit* box_;
+  std::optional<int> number_;
+};
+
+}  // namespace mirelund

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The program's own small dialogs: one message, one question.
+#pragma once
+
+#include <QDialog>
+
+#include "app/global.h"
+
+namespace mirelund {
+
+/// A modal dialog that stands centred over its parent, whole on the screen, where
+/// the window system allows a window to place itself. It asks for its place before
+/// it is shown: asking afterwards races with the window manager's own placement.
+class CentredDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit CentredDialog(QWidget* over);
+
+  void setVisible(bool visible) override;
+};
+
+/// Shows message number Global::MessageNumber.
+class AMsgbox : public CentredDialog {
+  Q_OBJECT
+
+ public:
+  AMsgbox(const Global& global, QWidget* over);
+
+ private:
+  void AMsgExit_Click();
+};
+
+/// Asks question number Global::QuestionNumber; Yes sets it to 6. A question that
+/// is dismissed without an answer (Escape, the window's frame) takes the one that
+/// gives nothing up: no, but yes where going back keeps unsaved changes.
+class AllYesNo : public CentredDialog {
+  Q_OBJECT
+
+ public:
+  AllYesNo(Global& global, QWidget* over);
+
+  void reject() override;
+
+ private:
+  void AllYes_Click();
+  void AllNo_Click();
+
+  Global& global_;
+};
+
+}  // namespace mirelund

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Everything that stops the program to tell or ask the person something.
+#pragma once
+
+#include <QString>
+#include <optional>
+
+class QWidget;
+
+namespace mirelund {
+
+/// Handed to the windows, so that a test can answer in the person's place.
+/// `over` is the window in use; each dialog has it as its parent.
+class Prompts {
+ public:
+  virtual ~Prompts() = default;
+
+  /// Shows a message of the program by its number.
+  virtual void tell(QWidget* over, int message) = 0;
+  /// Shows a text in the platform's own message box.
+  virtual void warn(QWidget* over, const QString& text) = 0;
+  /// Asks a question of the program by its number; true for yes.
+  virtual bool ask(QWidget* over, int question) = 0;
+  /// Asks for one line of text; it is left in Global's PrintHeader, "1" when cancelled.
+  virtual void askLine(QWidget* over, const QString& caption, const QString& prompt) = 0;
+  /// Asks for a record number; nothing when cancelled.
+  virtual std::optional<int> askRecordNumber(QWidget* over, const QString& prompt) = 0;
+  /// Asks for a file to open or to save to; empty when cancelled.
+  virtual QString askOpenPath(QWidget* over, const QString& title, const QString& initial,
+                              const QString& filter) = 0;
+  virtual QString askSavePath(QWidget* over, const QString& title, const QString& initial,
+                              const QString& filter) = 0;
+};
+
+}  // namespace mirelund

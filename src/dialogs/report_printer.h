@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Reports on paper: fixed-pitch lines, drawn one by one.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+class QImage;
+class QPrinter;
+class QWidget;
+
+namespace mirelund {
+
+class Prompts;
+struct Global;
+
+/// Where printouts go; handed to the windows.
+class PrintTarget {
+ public:
+  virtual ~PrintTarget() = default;
+
+  /// The printer to print to, or null when the person cancelled. `suggestedName`
+  /// names the document and, where it becomes a file, the file.
+  virtual std::unique_ptr<QPrinter> open(QWidget* over, const QString& suggestedName) = 0;
+};
+
+/// The system's default printer; where the system has none, a PDF file that the
+/// person chooses.
+class SystemPrintTarget : public PrintTarget {
+ public:
+  explicit SystemPrintTarget(Prompts& prompts) : prompts_(prompts) {}
+
+  std::unique_ptr<QPrinter> open(QWidget* over, const QString& suggestedName) override;
+
+ private:
+  Prompts& prompts_;
+};
+
+/// Prints ReportLines(2) or, when that is empty, ReportLines(1), behind two empty
+/// lines: in 11 points for the calculator window, in 10 points for the manager.
+/// `shown` is printed where both are empty: the report on screen. The page turns
+/// to landscape where its lines are too long for portrait. What goes wrong is
+/// told; false then, and when the person cancelled.
+bool PrintReport(const Global& global, const QString& shown, PrintTarget& target, Prompts& prompts,
+                 QWidget* over);
+
+/// Prints an image `widthMm` wide at the top of a page, its height in proportion;
+/// in greys unless `color`. What goes wrong is told.
+bool printImage(const QImage& image, double widthMm, bool color, PrintTarget& target,
+                Prompts& prompts, QWidget* over);
+
+}  // namespace mirelund

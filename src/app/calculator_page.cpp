@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/calculator_page.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QRadioButton>
+#include <algorithm>
+#include <stdexcept>
+
+#include "app/filtered_edit.h"
+#include "app/ui_text.h"
+
+namespace mirelund {
+
+namespace {
+// Behind labels, controls and what a page puts beside them.
+constexpr int kFreeColumn = 3;
+}  // namespace
+
+CalculatorPage::CalculatorPage(PageHost& host, CalculatorPageIndex index)
+    : host_(host), index_(index), layout_(new QVBoxLayout(this)) {
+  setObjectName(QString("FrameAll_%1").arg(static_cast<int>(index)));
+}
+
+void CalculatorPage::load() {
+  for (const Row& row : rows_) row.box->load();
+}
+
+BoxEdit* CalculatorPage::box(std::string_view name) const {
+  for (const Row& row : rows_)
+    if (row.box->rule().name == name) return row.box;
+  throw std::out_of_range("no such box on this page");
+}
+
+std::string CalculatorPage::textOf(std::string_view name) const {
+  return toStdString(box(name)->text());
+}
+
+void CalculatorPage::setOption(int option, const std::vector<ShownText>& texts) {
+  for (const Row& row : rows_) row.box->setRule(boxRule(row.box->rule().name, option));
+  for (const ShownText& text : texts) {
+    const QString name = toQString(text.control);
+    if (auto* edit = findChild<BoxEdit*>(name))
+      edit->setText(toQString(text.text));
+    else
+      findChild<QLabel*>(name)->setText(toQString(text.text));
+  }
+}
+
+QLabel* CalculatorPage::addRow(QGridLayout* grid, const QString& label, QWidget* control) {
+  const int row = grid->rowCount();
+  auto* text = new QLabel(label);
+  text->setBuddy(control);
+  if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
+  grid->addWidget(text, row, 0);
+  grid->addWidget(control, row, 1);
+  grid->setColumnStretch(kFreeColumn, 1);
+  return text;
+}
+
+void CalculatorPage::addBoxRow(QGridLayout* grid, std::string_view name) {
+  const BoxRule& rule = boxRule(name);
+  auto* edit = new BoxEdit(global(), rule, this);
+  // Wide enough for the longest text that its field can show.
+  constexpr int kColumns = 16;
+  edit->setFixedWidth(edit->fontMetrics().horizontalAdvance('0') *
+                      (rule.look == BoxLook::Text ? 2 * kColumns : kColumns));
+  QLabel* label = addRow(grid, toQString(rule.label), edit);
+  label->setObjectName(rule.labelName.empty() ? edit->objectName() + "Label"
+                                              : toQString(rule.labelName));
+  rows_.push_back({edit, label});
+  connect(edit, &FilteredEdit::enterPressed, this, [this, edit] { enterPressedIn(edit); });
+}
+
+void CalculatorPage::addAllBoxRows(QGridLayout* grid) {
+  for (const BoxRule& rule : boxRules())
+    if (rule.page == index_ && rule.option == 0) addBoxRow(grid, rule.name);
+}
+
+QComboBox* CalculatorPage::addListRow(QGridLayout* grid, const char* name, const QString& label,
+                                      const QStringList& items) {
+  auto* list = new QComboBox(this);
+  list->setObjectName(name);
+  list->addItems(items);
+  addRow(grid, label, list);
+  return list;
+}
+
+CalculatorPage::Options CalculatorPage::makeOptions(const char* name, const QString& title,
+                                                    const QStringList& captions) {
+  const Options options{new QGroupBox(title, this), new QButtonGroup(this)};
+  auto* column = new QVBoxLayout(options.frame);
+  for (int element = 0; element < captions.size(); ++element) {
+    auto* button = new QRadioButton(captions[element], options.frame);
+    button->setObjectName(QString("%1_%2").arg(name).arg(element));
+    options.group->addButton(button, element);
+    column->addWidget(button, 0, Qt::AlignLeft);
+  }
+  return options;
+}
+
+QPushButton* CalculatorPage::addButton(QHBoxLayout* row, const char* prefix, const char* role,
+                                       const char* caption) {
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(QString(prefix) + role);
+  row->addWidget(button);
+  return button;
+}
+
+void CalculatorPage::enterPressedIn(const BoxEdit* box) {
+  auto next =
+      std::find_if(rows_.begin(), rows_.end(), [box](const Row& row) { return row.box == box; });
+  do {
+    ++next;
+  } while (next != rows_.end() && next->box->isReadOnly());
+  if (next != rows_.end()) {
+    next->box->setFocus(Qt::TabFocusReason);
+  } else {
+    calculate_->setFocus(Qt::TabFocusReason);
+    calculate_->click();
+  }
+}
+
+}  // namespace mirelund

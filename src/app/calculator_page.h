@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the calculator window knows of its pages, and they of it.
+#pragma once
+
+#include <QBoxLayout>
+#include <QButtonGroup>
+#include <QFrame>
+#include <QGroupBox>
+#include <QPushButton>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/global.h"
+#include "app/input_boxes.h"
+#include "app/shown_text.h"
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+
+namespace mirelund {
+
+class BoxEdit;
+class Prompts;
+
+/// What a page may ask of the window around it.
+class PageHost {
+ public:
+  virtual ~PageHost() = default;
+
+  virtual Global& global() = 0;
+  virtual Prompts& prompts() = 0;
+
+  /// Leaves the focused box, so that its value is stored; false when the value
+  /// was refused, which the person has been told.
+  virtual bool leaveFocused() = 0;
+  /// Runs `action` now or, while a mouse button is down, when it is let go.
+  virtual void whenMouseIsUp(std::function<void()> action) = 0;
+  /// Shows a handler's report and message.
+  virtual void show(const Outcome& outcome) = 0;
+  /// Empties ReportLines(1) and the report box.
+  virtual void emptyReport() = 0;
+  /// Prints the report on screen, or tells that there is none.
+  virtual void print() = 0;
+};
+
+/// A calculator's page: a frame with the boxes of the box table, their labels,
+/// and the buttons Calculate, Help and Print.
+class CalculatorPage : public QFrame {
+  Q_OBJECT
+
+ public:
+  CalculatorPage(PageHost& host, CalculatorPageIndex index);
+
+  /// Fills the page with its initial values.
+  virtual void load();
+
+  /// A control of the page was left: a box, whose value is stored by then, a
+  /// list or a button.
+  virtual void controlLeft(QWidget* /*control*/) {}
+
+ protected:
+  PageHost& host() { return host_; }
+  Global& global() { return host_.global(); }
+
+  BoxEdit* box(std::string_view name) const;
+  std::string textOf(std::string_view name) const;
+
+  /// Gives the boxes the rules of an option, and shows the texts that the option
+  /// routine of core returned.
+  void setOption(int option, const std::vector<ShownText>& texts);
+
+  /// The grid's next row: a label and the control it is the buddy of.
+  static QLabel* addRow(QGridLayout* grid, const QString& label, QWidget* control);
+  /// The same for a box of the table.
+  void addBoxRow(QGridLayout* grid, std::string_view name);
+  void addAllBoxRows(QGridLayout* grid);
+  /// A drop-down list in the grid's next row.
+  QComboBox* addListRow(QGridLayout* grid, const char* name, const QString& label,
+                        const QStringList& items);
+
+  /// What stands above the buttons. Controls are made in the order in which
+  /// Tab walks them.
+  void addContent(QLayout* content) { layout_->addLayout(content); }
+  void addWidget(QWidget* widget) { layout_->addWidget(widget); }
+
+  /// Option buttons NAME_0 upward in a frame, which the page has to place.
+  struct Options {
+    QGroupBox* frame;
+    QButtonGroup* group;
+  };
+  Options makeOptions(const char* name, const QString& title, const QStringList& captions);
+
+  /// The page's three buttons, named by its prefix; made last.
+  template <typename Page>
+  void addButtons(const char* prefix, Page* page, void (Page::*calculate)(), void (Page::*help)(),
+                  void (Page::*print)()) {
+    auto* row = new QHBoxLayout;
+    calculate_ = addButton(row, prefix, "Calculate", "&Calculate");
+    connect(calculate_, &QPushButton::clicked, page, calculate);
+    connect(addButton(row, prefix, "Help", "&Help"), &QPushButton::clicked, page, help);
+    connect(addButton(row, prefix, "Print", "&Print"), &QPushButton::clicked, page, print);
+    layout_->addStretch();
+    addContent(row);
+  }
+
+ private:
+  struct Row {
+    BoxEdit* box;
+    QLabel* label;
+  };
+
+  QPushButton* addButton(QHBoxLayout* row, const char* prefix, const char* role,
+                         const char* caption);
+  void enterPressedIn(const BoxEdit* box);
+
+  PageHost& host_;
+  CalculatorPageIndex index_;
+  std::vector<Row> rows_;
+  QVBoxLayout* layout_;
+  QPushButton* calculate_ = nullptr;
+};
+
+/// A page as the window's list has it.
+struct CalculatorPageEntry {
+  const char* caption;
+  std::unique_ptr<CalculatorPage> (*make)(PageHost& host);
+};
+
+}  // namespace mirelund

@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/calculator_window.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "app/box_focus.h"
+#include "app/how_to_use.h"
+#include "app/report_box.h"
+#include "app/ui_text.h"
+#include "dialogs/messages.h"
+#include "dialogs/prompts.h"
+#include "dialogs/report_printer.h"
+
+namespace mirelund {
+
+namespace {
+constexpr std::int16_t kCalculatorWindow = 1;
+constexpr auto kStartPage = CalculatorPageIndex::InvestmentGrowth;
+constexpr int kReportColumns = 45;
+constexpr int kReportLines = 24;
+}  // namespace
+
+PQInvest::PQInvest(const Parts& parts)
+    : parts_(parts),
+      boxFocus_(new BoxFocus(this, [this](int message) { prompts().tell(this, message); })) {
+  setObjectName("PQInvest");
+  setWindowTitle("Calculations");
+  auto* layout = new QHBoxLayout(this);
+  layout->addWidget(makeLeftSide());
+  Results_ = new ReportBox("Results", kReportColumns, kReportLines, this);
+  layout->addWidget(Results_, 1);
+  connect(boxFocus_, &BoxFocus::left, this, [this](QWidget* control) {
+    CalculatorPage* page = pages_[static_cast<std::size_t>(global().CurrentTab)];
+    if (page->isAncestorOf(control)) page->controlLeft(control);
+  });
+  Form_Load();
+}
+
+QWidget* PQInvest::makeLeftSide() {
+  auto* side = new QWidget(this);
+  auto* layout = new QVBoxLayout(side);
+  layout->setContentsMargins(0, 0, 0, 0);
+  SSTab1_ = new QTabWidget(side);
+  SSTab1_->setObjectName("SSTab1");
+  SSTab1_->setAccessibleName("Calculators");
+  layout->addWidget(SSTab1_, 1);
+  for (const CalculatorPageEntry& entry : parts_.pages) {
+    pages_.push_back(entry.make(*this).release());
+    SSTab1_->addTab(pages_.back(), entry.caption);
+  }
+  // No caption is scrolled out of sight.
+  SSTab1_->setMinimumWidth(SSTab1_->tabBar()->sizeHint().width() + 8);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(addButton("AllGraphs", "&Graph", &PQInvest::AllGraphs_Click));
+  buttons->addWidget(addButton("HowToUse", "How to &use", &PQInvest::HowToUse_Click));
+  buttons->addWidget(addButton("ClearResults", "Clear &results", &PQInvest::ClearResults_Click));
+  buttons->addWidget(addButton("ExitProgram", "E&xit to menu", &PQInvest::ExitProgram_Click));
+  layout->addLayout(buttons);
+  return side;
+}
+
+QPushButton* PQInvest::addButton(const char* name, const QString& caption,
+                                 void (PQInvest::*clicked)()) {
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(name);
+  connect(button, &QPushButton::clicked, this, clicked);
+  return button;
+}
+
+void PQInvest::Form_Load() {
+  global().ActiveWindow = kCalculatorWindow;
+  global().CurrentTab = 0;
+  SSTab1_->setCurrentIndex(static_cast<int>(kStartPage));
+  connect(SSTab1_, &QTabWidget::currentChanged, this, &PQInvest::SSTab1_Click);
+  SSTab1_Click(static_cast<int>(kStartPage));
+}
+
+void PQInvest::SSTab1_Click(int page) {
+  Results_->clear();
+  resetCalculators(global());
+  global().CurrentTab = static_cast<std::int16_t>(page);
+  pages_[static_cast<std::size_t>(page)]->load();
+}
+
+void PQInvest::AllGraphs_Click() {
+  if (Results_->document()->isEmpty() || global().ChartCount == 0)
+    prompts().tell(this, message::kNothingToGraph);
+  else
+    parts_.showChart(this);
+}
+
+void PQInvest::HowToUse_Click() {
+  show(showHelp(global(), howToUse()));
+}
+
+void PQInvest::ClearResults_Click() {
+  Results_->clear();
+  clearReports(global());
+}
+
+void PQInvest::ExitProgram_Click() {
+  close();
+}
+
+bool PQInvest::leaveFocused() {
+  return boxFocus_->leaveNow();
+}
+
+void PQInvest::whenMouseIsUp(std::function<void()> action) {
+  boxFocus_->whenMouseIsUp(std::move(action));
+}
+
+void PQInvest::show(const Outcome& outcome) {
+  if (outcome.showResults) Results_->setPlainText(toQString(outcome.results));
+  if (outcome.message != 0) prompts().tell(this, outcome.message);
+}
+
+void PQInvest::emptyReport() {
+  global().ReportLines[1].clear();
+  Results_->clear();
+}
+
+void PQInvest::print() {
+  if (Results_->document()->isEmpty())
+    prompts().tell(this, message::kCalculateBeforePrinting);
+  else
+    PrintReport(global(), Results_->toPlainText(), parts_.printing, prompts(), this);
+}
+
+void PQInvest::keyPressEvent(QKeyEvent* event) {
+  auto* button = qobject_cast<QPushButton*>(focusWidget());
+  if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr)
+    button->click();
+  else
+    QWidget::keyPressEvent(event);
+}
+
+}  // namespace mirelund

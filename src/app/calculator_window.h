@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The calculator window: six pages and the report box that they share.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <span>
+#include <vector>
+
+#include "app/calculator_page.h"
+
+class QPlainTextEdit;
+class QPushButton;
+class QTabWidget;
+
+namespace mirelund {
+
+class BoxFocus;
+class PrintTarget;
+
+class PQInvest : public QWidget, private PageHost {
+  Q_OBJECT
+
+ public:
+  /// What the window is made with: the pages, in tab order, and the way out to
+  /// the person, the printer and the chart.
+  struct Parts {
+    Global& global;
+    Prompts& prompts;
+    PrintTarget& printing;
+    std::span<const CalculatorPageEntry> pages;
+    std::function<void(QWidget* over)> showChart;
+  };
+
+  explicit PQInvest(const Parts& parts);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void Form_Load();
+  void SSTab1_Click(int page);
+  void AllGraphs_Click();
+  void HowToUse_Click();
+  void ClearResults_Click();
+  void ExitProgram_Click();
+
+  Global& global() override { return parts_.global; }
+  Prompts& prompts() override { return parts_.prompts; }
+  bool leaveFocused() override;
+  void whenMouseIsUp(std::function<void()> action) override;
+  void show(const Outcome& outcome) override;
+  void emptyReport() override;
+  void print() override;
+  using QWidget::show;
+
+  QWidget* makeLeftSide();
+  QPushButton* addButton(const char* name, const QString& caption, void (PQInvest::*clicked)());
+
+  Parts parts_;
+  BoxFocus* boxFocus_;
+  QTabWidget* SSTab1_;
+  std::vector<CalculatorPage*> pages_;
+  QPlainTextEdit* Results_;
+};
+
+}  // namespace mirelund

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/start_window.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+namespace mirelund {
+
+PQStart::PQStart(Windows windows) : windows_(std::move(windows)) {
+  setObjectName("PQStart");
+  setWindowTitle("Mirelund");
+
+  auto* layout = new QVBoxLayout(this);
+  auto* title = new QLabel("Mirelund v3.5", this);
+  title->setAlignment(Qt::AlignCenter);
+  QFont large = title->font();
+  large.setPointSizeF(large.pointSizeF() * 1.6);
+  title->setFont(large);
+  layout->addWidget(title);
+
+  auto* calculations = addButton("StartCalc", "Calculations", QKeySequence("Alt+C"));
+  auto* manager = addButton("StartStockMgmt", "Investment manager", QKeySequence("Alt+I"));
+  auto* exit = addButton("StartExit", "Exit program", QKeySequence("Alt+E"));
+  connect(calculations, &QPushButton::clicked, this, &PQStart::StartCalc_Click);
+  connect(manager, &QPushButton::clicked, this, &PQStart::StartStockMgmt_Click);
+  connect(exit, &QPushButton::clicked, this, &PQStart::StartExit_Click);
+  manager->setEnabled(static_cast<bool>(windows_.manager));
+  calculations->setFocus();
+
+  const int unit = fontMetrics().averageCharWidth();
+  layout->setContentsMargins(6 * unit, 4 * unit, 6 * unit, 4 * unit);
+  layout->setSpacing(2 * unit);
+}
+
+QPushButton* PQStart::addButton(const char* name, const QString& caption,
+                                const QKeySequence& mnemonic) {
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(name);
+  button->setShortcut(mnemonic);
+  button->setToolTip(mnemonic.toString(QKeySequence::NativeText));
+  button->setAutoDefault(true);
+  button->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
+  layout()->addWidget(button);
+  return button;
+}
+
+void PQStart::StartCalc_Click() {
+  openInstead(windows_.calculations());
+}
+
+void PQStart::StartStockMgmt_Click() {
+  openInstead(windows_.manager());
+}
+
+void PQStart::StartExit_Click() {
+  QApplication::quit();
+}
+
+void PQStart::openInstead(QWidget* window) {
+  window->setAttribute(Qt::WA_DeleteOnClose);
+  connect(window, &QObject::destroyed, this, &QWidget::show);
+  window->show();
+  window->activateWindow();
+  hide();
+}
+
+}  // namespace mirelund

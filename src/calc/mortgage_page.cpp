@@ -1,0 +1,217 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/mortgage_page.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QRadioButton>
+
+#include "app/filtered_edit.h"
+#include "app/ui_text.h"
+#include "dialogs/prompts.h"
+
+namespace mirelund {
+
+namespace {
+
+// The controls of MortgageTexts: the four boxes, then the result labels.
+struct TextControl {
+  const char* name;
+  std::string MortgageTexts::*text;
+  const char* label;
+};
+
+constexpr TextControl kBoxes[] = {
+    {"MTInPrincipal", &MortgageTexts::principal, nullptr},
+    {"MTInRate", &MortgageTexts::rate, nullptr},
+    {"MTInTerm", &MortgageTexts::term, nullptr},
+    {"MTInMthPayment", &MortgageTexts::payment, nullptr},
+};
+
+constexpr TextControl kTotal = {"MTTotalPmts", &MortgageTexts::totalPmts, "Total interest paid"};
+
+constexpr TextControl kResults[] = {
+    {"MTNumPmts", &MortgageTexts::numPmts, "Number of payments each year"},
+    {"MTDaysInYear", &MortgageTexts::daysInYear, "Number of days in year used"},
+    {"MTTotIntSaved", &MortgageTexts::totIntSaved, "Interest saved v normal mortgage"},
+    {"MTNumYrs", &MortgageTexts::numYrs, "Number of years to final payment"},
+    {"MTPiPmt", &MortgageTexts::piPmt, "Each payment, principal + interest"},
+    {"MTTotIntPaid", &MortgageTexts::totIntPaid, "Total interest paid"},
+};
+
+template <typename Table>
+QStringList textsOf(const Table& table) {
+  QStringList texts;
+  for (const auto& row : table) texts << toQString(row.text);
+  return texts;
+}
+
+QLabel* makeHeading(const QString& text) {
+  auto* label = new QLabel(text);
+  QFont bold = label->font();
+  bold.setBold(true);
+  label->setFont(bold);
+  return label;
+}
+
+}  // namespace
+
+MortgagePage::MortgagePage(PageHost& host) : CalculatorPage(host, CalculatorPageIndex::Mortgage) {
+  auto* grid = new QGridLayout;
+  grid->addWidget(makeHeading("Conventional mortgage"), 0, 0, 1, 2);
+  MTCompPeriod_ = addListRow(grid, "MTCompPeriod", "Interest compounding periods per year",
+                             textsOf(kCompoundingPeriods));
+  for (const TextControl& box : kBoxes) addBoxRow(grid, box.name);
+  addResultRow(grid, kTotal.name, kTotal.label);
+  grid->addWidget(makeSolveFor(), 1, 2, grid->rowCount() - 1, 1, Qt::AlignTop);
+
+  const int heading = grid->rowCount();
+  grid->addWidget(makeHeading("Accelerated mortgage"), heading, 0, 1, 2);
+  MTFreqPmt_ =
+      addListRow(grid, "MTFreqPmt", "Frequency and type of payment", textsOf(kPaymentFrequencies));
+  for (const TextControl& result : kResults) addResultRow(grid, result.name, result.label);
+  grid->addWidget(makeDaysInYear(), heading + 1, 2, grid->rowCount() - heading - 1, 1,
+                  Qt::AlignTop);
+  addContent(grid);
+
+  addButtons("MT", this, &MortgagePage::MTCalculate_Click, &MortgagePage::MTHelp_Click,
+             &MortgagePage::MTPrint_Click);
+}
+
+QGroupBox* MortgagePage::makeSolveFor() {
+  auto* frame = new QGroupBox("Select to", this);
+  auto* column = new QVBoxLayout(frame);
+  column->addWidget(new QLabel("find:", frame));
+  constexpr void (MortgagePage::*kClicked[])() = {&MortgagePage::MTPaymentOpt_Click,
+                                                  &MortgagePage::MTPrincipalOpt_Click,
+                                                  &MortgagePage::MTTermOpt_Click};
+  solveFor_ = new QButtonGroup(this);
+  for (const SolveForRow& row : kSolveFor) {
+    auto* option = new QRadioButton(toQString(row.caption), frame);
+    option->setObjectName(toQString(row.option));
+    connect(option, &QRadioButton::clicked, this, kClicked[static_cast<int>(row.solveFor)]);
+    solveFor_->addButton(option, static_cast<int>(row.solveFor));
+    column->addWidget(option, 0, Qt::AlignLeft);
+  }
+  return frame;
+}
+
+QGroupBox* MortgagePage::makeDaysInYear() {
+  QStringList captions;
+  for (const DaysInYearRow& row : kDaysInYear) captions << toQString(row.caption);
+  captions << QString();  // not applicable: selected, it leaves the others unselected
+  const Options options = makeOptions("MTIRFactor", "Days in year", captions);
+  MTIRFactor_ = options.group;
+  MTIRFactor_->button(kDaysNotApplicable)->hide();
+  connect(MTIRFactor_, &QButtonGroup::idClicked, this, &MortgagePage::MTIRFactor_Click);
+  return options.frame;
+}
+
+void MortgagePage::addResultRow(QGridLayout* grid, const char* name, const QString& label) {
+  auto* result = new QLabel(this);
+  result->setObjectName(name);
+  result->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  result->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+  result->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  QPalette colors = result->palette();
+  colors.setColor(QPalette::Window, Qt::white);
+  colors.setColor(QPalette::WindowText, Qt::black);
+  result->setPalette(colors);
+  result->setAutoFillBackground(true);
+  result->setMinimumHeight(box(kBoxes[0].name)->sizeHint().height());
+  addRow(grid, label, result);
+}
+
+void MortgagePage::load() {
+  MTCompPeriod_->setCurrentIndex(static_cast<int>(CompoundingPeriod::Monthly));
+  MTFreqPmt_->setCurrentIndex(static_cast<int>(PaymentFrequency::BiweeklyAccelerated));
+  solveFor_->button(static_cast<int>(SolveFor::Payment))->setChecked(true);
+  choose(SolveFor::Payment);
+  shown_ = loadMortgage(global());
+  MTIRFactor_->button(global().DaysOption)->setChecked(true);
+  showTexts();
+}
+
+void MortgagePage::choose(SolveFor solveFor) {
+  chosen_ = solveFor;
+  for (const SolveForRow& row : kSolveFor) {
+    BoxEdit* edit = box(row.box);
+    edit->setReadOnly(row.solveFor == solveFor);
+    edit->setGreen(row.solveFor != solveFor);
+  }
+}
+
+MortgageChoices MortgagePage::choices() const {
+  return {static_cast<CompoundingPeriod>(MTCompPeriod_->currentIndex()),
+          static_cast<PaymentFrequency>(MTFreqPmt_->currentIndex()), chosen_};
+}
+
+void MortgagePage::readBoxes() {
+  for (const TextControl& row : kBoxes) shown_.*row.text = textOf(row.name);
+}
+
+void MortgagePage::showTexts() {
+  for (const TextControl& row : kBoxes) box(row.name)->setText(toQString(shown_.*row.text));
+  const auto show = [this](const TextControl& row) {
+    findChild<QLabel*>(row.name)->setText(toQString(shown_.*row.text));
+  };
+  show(kTotal);
+  for (const TextControl& row : kResults) show(row);
+}
+
+void MortgagePage::controlLeft(QWidget* control) {
+  if (control == MTFreqPmt_ || MTIRFactor_->buttons().contains(control))
+    MTFreqPmt_LostFocus();
+  else if (qobject_cast<BoxEdit*>(control) != nullptr)
+    RecalculateMortgage();
+}
+
+void MortgagePage::MTFreqPmt_LostFocus() {
+  const std::int16_t days = leaveDaysInYear(global(), choices().frequency);
+  MTIRFactor_->button(days)->setChecked(true);
+  for (QAbstractButton* button : MTIRFactor_->buttons())
+    button->setEnabled(days != kDaysNotApplicable);
+  RecalculateMortgage();
+}
+
+void MortgagePage::MTIRFactor_Click(int element) {
+  global().DaysOption = static_cast<std::int16_t>(element);
+}
+
+void MortgagePage::RecalculateMortgage() {
+  if (calculating_) return;
+  readBoxes();
+  const MortgageOutcome outcome = recalculateMortgage(global(), choices(), shown_);
+  showTexts();
+  host().whenMouseIsUp([this, outcome] {
+    if (!calculating_) tell(outcome);
+  });
+}
+
+void MortgagePage::tell(const MortgageOutcome& outcome) {
+  host().show(outcome.outcome);
+  if (outcome.platformMessage.empty()) return;
+  host().prompts().warn(this, toQString(outcome.platformMessage));
+  box("MTInMthPayment")->setFocus(Qt::OtherFocusReason);
+}
+
+void MortgagePage::MTCalculate_Click() {
+  calculating_ = true;
+  const bool accepted = host().leaveFocused();
+  calculating_ = false;
+  if (!accepted) return;
+  readBoxes();
+  const MortgageOutcome outcome = calculateMortgage(global(), choices(), shown_);
+  showTexts();
+  tell(outcome);
+}
+
+void MortgagePage::MTHelp_Click() {
+  host().show(showHelp(global(), mortgageHelp()));
+}
+
+void MortgagePage::MTPrint_Click() {
+  host().print();
+}
+
+}  // namespace mirelund

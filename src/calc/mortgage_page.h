@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/calculator_page.h"
+#include "calc/mortgage.h"
+
+namespace mirelund {
+
+class MortgagePage : public CalculatorPage {
+  Q_OBJECT
+
+ public:
+  explicit MortgagePage(PageHost& host);
+
+  void load() override;
+  void controlLeft(QWidget* control) override;
+
+ private:
+  void MTPaymentOpt_Click() { choose(SolveFor::Payment); }
+  void MTPrincipalOpt_Click() { choose(SolveFor::Principal); }
+  void MTTermOpt_Click() { choose(SolveFor::Years); }
+  void MTIRFactor_Click(int element);
+  void MTFreqPmt_LostFocus();
+  void MTCalculate_Click();
+  void MTHelp_Click();
+  void MTPrint_Click();
+
+  QGroupBox* makeSolveFor();
+  QGroupBox* makeDaysInYear();
+  void addResultRow(QGridLayout* grid, const char* name, const QString& label);
+
+  /// The chosen box shows a result, white and locked; the other two take input.
+  void choose(SolveFor solveFor);
+  MortgageChoices choices() const;
+  void readBoxes();
+  void showTexts();
+  void RecalculateMortgage();
+  void tell(const MortgageOutcome& outcome);
+
+  QComboBox* MTCompPeriod_;
+  QComboBox* MTFreqPmt_;
+  QButtonGroup* MTIRFactor_;
+  QButtonGroup* solveFor_;
+  SolveFor chosen_ = SolveFor::Payment;
+  MortgageTexts shown_;
+  /// Calculate recalculates by itself: what leaving a control would tell, it tells.
+  bool calculating_ = false;
+};
+
+}  // namespace mirelund

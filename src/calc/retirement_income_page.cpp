@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "calc/retirement_income_page.h"
+
+#include <QGridLayout>
+
+#include "app/ui_text.h"
+#include "calc/retirement_income.h"
+
+namespace mirelund {
+
+RetirementIncomePage::RetirementIncomePage(PageHost& host)
+    : CalculatorPage(host, CalculatorPageIndex::RetirementIncome) {
+  QStringList captions;
+  for (const auto& row : kWithdrawalChoices) captions << toQString(row.caption);
+  const Options options = makeOptions("RIWDrawalChoice", "Withdrawal option", captions);
+  RIWDrawalChoice_ = options.group;
+  connect(RIWDrawalChoice_, &QButtonGroup::idClicked, this,
+          &RetirementIncomePage::RIWDrawalChoice_Click);
+  addWidget(options.frame);
+  auto* grid = new QGridLayout;
+  addAllBoxRows(grid);
+  addContent(grid);
+  addButtons("RI", this, &RetirementIncomePage::RICalculate_Click,
+             &RetirementIncomePage::RIHelp_Click, &RetirementIncomePage::RIPrint_Click);
+}
+
+void RetirementIncomePage::load() {
+  RIWDrawalChoice_->button(0)->setChecked(true);
+  setOption(0, switchWithdrawalOption(global(), WithdrawalChoice::Percentage));
+  CalculatorPage::load();
+}
+
+void RetirementIncomePage::RIWDrawalChoice_Click(int option) {
+  host().emptyReport();
+  setOption(option, switchWithdrawalOption(global(), static_cast<WithdrawalChoice>(option)));
+}
+
+void RetirementIncomePage::RICalculate_Click() {
+  if (!host().leaveFocused()) return;
+  host().show(calculateRetirementIncome(global(),
+                                        {textOf("RIInCurrValue"), textOf("RIInAnnIntGrowthRate"),
+                                         textOf("RIInAnnIncWDrawnRate"), textOf("RIInTimeInYrs")}));
+}
+
+void RetirementIncomePage::RIHelp_Click() {
+  const auto choice = static_cast<WithdrawalChoice>(RIWDrawalChoice_->checkedId());
+  host().show(showHelp(global(), retirementIncomeHelp(choice)));
+}
+
+void RetirementIncomePage::RIPrint_Click() {
+  host().print();
+}
+
+}  // namespace mirelund

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "charts/chart_window.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QStyle>
+#include <QVBoxLayout>
+#include <array>
+#include <utility>
+
+#include "app/ui_text.h"
+#include "charts/bar_chart_widget.h"
+#include "dialogs/messages.h"
+#include "dialogs/prompts.h"
+#include "dialogs/report_printer.h"
+
+namespace mirelund {
+
+namespace {
+
+constexpr double kTwipsPerInch = 1440.0;
+constexpr QSize kPrintedTwips(9530, 6350);
+constexpr QSize kWindowTwips(9580, 6765);
+
+QSize pixels(QSize twips, const QWidget& on) {
+  return {static_cast<int>(twips.width() / kTwipsPerInch * on.logicalDpiX()),
+          static_cast<int>(twips.height() / kTwipsPerInch * on.logicalDpiY())};
+}
+
+}  // namespace
+
+PQGraph::PQGraph(Global& global, Prompts& prompts, PrintTarget& printing, QWidget* over)
+    : QDialog(over), global_(global), prompts_(prompts), printing_(printing) {
+  setObjectName("PQGraph");
+  setModal(true);
+  auto* layout = new QVBoxLayout(this);
+  MSChart1_ = new BarChart(this);
+  MSChart1_->setObjectName("MSChart1");
+  layout->addWidget(MSChart1_, 1);
+
+  auto* row = new QHBoxLayout;
+  managerButtons_ = {
+      addButton(row, "CVGainDollars", "Gain/loss in &dollars", &PQGraph::CVGainDollars_Click),
+      addButton(row, "CVGainPercent", "Gain/loss in per&cent", &PQGraph::CVGainPercent_Click),
+      addButton(row, "CVTotValue", "Current &value", &PQGraph::CVTotValue_Click)};
+  row->addStretch();
+  addButton(row, "PQGPrint", "&Print", &PQGraph::PQGPrint_Click);
+  addButton(row, "PQGExit", "E&xit", &PQGraph::PQGExit_Click)->setFocus();
+  layout->addLayout(row);
+  resize(pixels(kWindowTwips, *this));
+  Form_Load();
+}
+
+QPushButton* PQGraph::addButton(QLayout* row, const char* name, const QString& caption,
+                                void (PQGraph::*clicked)()) {
+  auto* button = new QPushButton(caption, this);
+  button->setObjectName(name);
+  connect(button, &QPushButton::clicked, this, clicked);
+  row->addWidget(button);
+  return button;
+}
+
+void PQGraph::Form_Load() {
+  ChartView view = makeChartView(global_, ManagerView::GainDollars, global_.ChartNames);
+  for (QPushButton* button : managerButtons_) button->setVisible(view.managerButtons);
+  show(std::move(view));
+}
+
+void PQGraph::showManagerView(ManagerView view) {
+  show(makeChartView(global_, view, global_.ChartNames));
+}
+
+void PQGraph::show(ChartView view) {
+  setWindowTitle(toQString(view.caption));
+  const int message = view.message;
+  MSChart1_->draw(std::move(view));
+  if (message != 0) prompts_.tell(this, message);
+}
+
+QImage PQGraph::printedImage() {
+  // Finer than a screen, so that the print's lines and letters are clean; black
+  // on white, whatever the desktop's theme.
+  constexpr double kFiner = 4.0;
+  const QPalette screen = palette();
+  setPalette(QApplication::style()->standardPalette());
+  resize(pixels(kPrintedTwips, *this));
+  MSChart1_->setFineness(kFiner);
+  QImage image(size() * kFiner, QImage::Format_RGB32);
+  image.setDevicePixelRatio(kFiner);
+  render(&image);
+  MSChart1_->setFineness(devicePixelRatio());
+  resize(pixels(kWindowTwips, *this));
+  setPalette(screen);
+  return image;
+}
+
+void PQGraph::PQGPrint_Click() {
+  if (!prompts_.ask(this, question::kPrint)) return;
+  const bool color = prompts_.ask(this, question::kPrintInColor);
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  const QImage image = printedImage();
+  QApplication::restoreOverrideCursor();
+  constexpr double kMmPerInch = 25.4;
+  printImage(image, kPrintedTwips.width() / kTwipsPerInch * kMmPerInch, color, printing_, prompts_,
+             this);
+}
+
+void PQGraph::PQGExit_Click() {
+  accept();
+}
+
+}  // namespace mirelund

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/display_page.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <utility>
+
+#include "app/ui_text.h"
+#include "manager/busy_pointer.h"
+
+namespace mirelund {
+
+namespace {
+constexpr int kReportColumns = 90;
+constexpr int kListCharacters = 22;
+constexpr int kNameCharacters = 80;
+}  // namespace
+
+DisplayPage::DisplayPage(ManagerHost& host) : ReportPage(host) {
+  auto* row = new QHBoxLayout;
+  makeList(row);
+  makeReportSide(row);
+  column()->addLayout(row, 1);
+  makeButtons();
+}
+
+void DisplayPage::makeList(QHBoxLayout* row) {
+  DDispFunds_ = new QListWidget(this);
+  DDispFunds_->setObjectName("DDispFunds");
+  DDispFunds_->setFixedWidth(kListCharacters * fontMetrics().averageCharWidth());
+  auto* side = new QVBoxLayout;
+  side->addWidget(addLabel("Funds", DDispFunds_));
+  side->addWidget(DDispFunds_, 1);
+  addButton(side, "DDisplall", "Display &All Funds", this, &DisplayPage::DDisplall_Click);
+  row->addLayout(side);
+  // A double click, or Enter.
+  connect(DDispFunds_, &QListWidget::itemActivated, this, &DisplayPage::DDispFunds_DblClick);
+}
+
+void DisplayPage::makeReportSide(QHBoxLayout* row) {
+  QPlainTextEdit* box = makeReport("DDResults", "Transactions of the funds", kReportColumns);
+  DDFund_ = addLabel(" ", box);
+  DDFund_->setObjectName("DDFund");
+  DDFund_->setTextFormat(Qt::PlainText);
+  DDFund_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  QFont bold = DDFund_->font();
+  bold.setBold(true);
+  DDFund_->setFont(bold);
+  auto* side = new QVBoxLayout;
+  side->addWidget(DDFund_);
+  side->addWidget(box, 1);
+  row->addLayout(side, 1);
+  connect(box->verticalScrollBar(), &QScrollBar::valueChanged, this, &DisplayPage::nameFundInView);
+  // The box scrolls by the keyboard without a word from its bar.
+  connect(box, &QPlainTextEdit::updateRequest, this, &DisplayPage::nameFundInView);
+}
+
+void DisplayPage::makeButtons() {
+  auto* row = new QHBoxLayout;
+  row->addStretch();
+  addHelpButton(row, "DDHelp", this, &DisplayPage::DDHelp_Click);
+  addButton(row, "DDPrint", "&Print", this, &DisplayPage::DDPrint_Click);
+  addButton(row, "DDExit", "E&xit to menu", this, &DisplayPage::DDExit_Click);
+  column()->addLayout(row);
+}
+
+void DisplayPage::shown() {
+  const ManagerState& state = manager().state();
+  if (fundsShown_ != state.fundsRevision) {
+    fundsShown_ = state.fundsRevision;
+    DDispFunds_->clear();
+    for (const std::string& name : manager().fundNames()) DDispFunds_->addItem(toQString(name));
+  }
+  if (dataShown_ != state.dataRevision || helpShown()) {
+    // A report of records that have changed since is no report.
+    if (dataShown_ != state.dataRevision) shownReport_ = {};
+    dataShown_ = state.dataRevision;
+    restoreReport();
+  }
+}
+
+QWidget* DisplayPage::firstControl() {
+  return DDispFunds_;
+}
+
+void DisplayPage::restoreReport() {
+  showReport(shownReport_.text);
+  nameFundInView();
+}
+
+void DisplayPage::show(ReportShown shown) {
+  shownReport_ = std::move(shown.report);
+  restoreReport();
+  host().tell(shown.message);
+}
+
+void DisplayPage::DDispFunds_DblClick(QListWidgetItem* item) {
+  ReportShown shown;
+  {
+    const BusyPointer busy;
+    shown = manager().showFund(static_cast<std::int16_t>(DDispFunds_->row(item) + 1));
+  }
+  show(std::move(shown));
+}
+
+void DisplayPage::DDisplall_Click() {
+  ReportShown shown;
+  {
+    const BusyPointer busy;
+    shown = manager().showAllFunds();
+  }
+  show(std::move(shown));
+}
+
+void DisplayPage::DDHelp_Click() {
+  toggleHelp(displayHelp());
+  nameFundInView();
+}
+
+void DisplayPage::DDPrint_Click() {
+  printReport();
+}
+
+void DisplayPage::DDExit_Click() {
+  host().leave();
+}
+
+void DisplayPage::nameFundInView() {
+  // Without line wrap the bar counts lines.
+  const auto top = static_cast<std::size_t>(report()->verticalScrollBar()->value());
+  const std::int16_t row = helpShown() ? std::int16_t{0} : fundAtLine(shownReport_.blocks, top);
+  const QString name = toQString(manager().fundName(row));
+  DDFund_->setText(elidedName(DDFund_, name, kNameCharacters).replace('&', "&&"));
+  DDFund_->setToolTip(name.toHtmlEscaped());
+}
+
+}  // namespace mirelund

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/entry_edits.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/ui_text.h"
+#include "manager/dates.h"
+#include "manager/transaction_entry.h"
+
+namespace mirelund {
+
+DateEdit::DateEdit(Global& global, std::function<int(std::string_view)> check, QWidget* parent)
+    : FilteredEdit(global, KeyFilter::Any, 0, parent), check_(std::move(check)) {
+  setInputMethodHints(Qt::ImhDate);
+}
+
+KeyPressed DateEdit::press(std::string_view /*text*/, char character) {
+  return {false, isDateKey(character)};
+}
+
+KeyPressed DateEdit::enterAtOnce(std::string_view /*text*/, std::string_view entering) {
+  const auto enters = [](char c) { return c >= ' ' && isDateKey(c); };
+  return {false, std::all_of(entering.begin(), entering.end(), enters)};
+}
+
+BoxLeft DateEdit::leave() {
+  BoxLeft gone = FilteredEdit::leave();
+  // What was typed here is no edit of the next box.
+  global().BoxEdited = 0;
+  gone.message = check_(toStdString(text()));
+  gone.refused = gone.message != 0;
+  return gone;
+}
+
+AmountEdit::AmountEdit(Global& global, std::function<BoxLeft(std::string_view)> store,
+                       QWidget* parent)
+    : FilteredEdit(global, KeyFilter::Decimal, kEntryDecimals, parent), store_(std::move(store)) {}
+
+BoxLeft AmountEdit::leave() {
+  FilteredEdit::leave();
+  BoxLeft gone = store_(toStdString(text()));
+  if (gone.changed) setText(toQString(gone.text));
+  return gone;
+}
+
+}  // namespace mirelund

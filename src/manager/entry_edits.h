@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The manager's input boxes: a date, and an amount with four decimals.
+#pragma once
+
+#include <functional>
+
+#include "app/filtered_edit.h"
+
+namespace mirelund {
+
+/// Takes digits, "/", ".", "-" and blanks. The first key does not empty it.
+class DateEdit : public FilteredEdit {
+  Q_OBJECT
+
+ public:
+  /// `check` returns the message for a text that is not accepted, 0 else.
+  DateEdit(Global& global, std::function<int(std::string_view)> check, QWidget* parent = nullptr);
+
+  BoxLeft leave() override;
+
+ protected:
+  KeyPressed press(std::string_view text, char character) override;
+  KeyPressed enterAtOnce(std::string_view text, std::string_view entering) override;
+
+ private:
+  std::function<int(std::string_view)> check_;
+};
+
+/// Takes digits and the point, with at most four decimals behind it.
+class AmountEdit : public FilteredEdit {
+  Q_OBJECT
+
+ public:
+  /// `store` takes the text when the box is left.
+  AmountEdit(Global& global, std::function<BoxLeft(std::string_view)> store,
+             QWidget* parent = nullptr);
+
+  BoxLeft leave() override;
+
+ private:
+  std::function<BoxLeft(std::string_view)> store_;
+};
+
+}  // namespace mirelund

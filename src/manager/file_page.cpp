@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/file_page.h"
+
+#include <QFileInfo>
+#include <QLabel>
+
+#include "app/ui_text.h"
+#include "dialogs/prompts.h"
+#include "manager/busy_pointer.h"
+
+namespace mirelund {
+
+namespace {
+constexpr int kTextCharacters = 76;
+}
+
+void FilePage::addTexts(const Look& look) {
+  auto* title = new QLabel(look.title, this);
+  QFont large = title->font();
+  large.setPointSizeF(large.pointSizeF() * 1.3);
+  title->setFont(large);
+  auto* explanation = new QLabel(look.explanation, this);
+  explanation->setTextFormat(Qt::PlainText);
+  explanation->setWordWrap(true);
+  explanation->setMaximumWidth(kTextCharacters * fontMetrics().averageCharWidth());
+  column()->addWidget(title);
+  column()->addWidget(explanation);
+}
+
+void FilePage::addEnd(QHBoxLayout* row, const Look& look) {
+  done_ = new QLabel(" ", this);
+  done_->setObjectName(look.doneLabel);
+  done_->setTextFormat(Qt::PlainText);
+  done_->setWordWrap(true);
+  const int unit = fontMetrics().averageCharWidth();
+  column()->setContentsMargins(3 * unit, 3 * unit, 3 * unit, 2 * unit);
+  column()->setSpacing(2 * unit);
+  column()->addLayout(row);
+  column()->addWidget(done_);
+  column()->addStretch();
+}
+
+void FilePage::setDone(const QString& text) {
+  done_->setText(text);
+}
+
+void FilePage::shown() {
+  setDone(" ");
+}
+
+// --- opening --------------------------------------------------------------------
+
+OpenPage::OpenPage(ManagerHost& host) : FilePage(host) {
+  make({"Open a database from disk",
+        "Choose a file whose name ends in .PQD. Its funds and records take the place of those "
+        "in memory; if these have changed since they were saved, you are asked first.\n\n"
+        "A file that is not exactly a database is refused, and what is in memory stays as it "
+        "is.\n\n"
+        "To look around, open the sample database DtaSampl.PQD. To start a database of your "
+        "own, go to the Data entry page and add a fund name.",
+        "OFOpen", "Choose a &file...", "OFExit", "OFDone"},
+       this, &OpenPage::OFOpen_Click, &OpenPage::OFExit_Click);
+}
+
+void OpenPage::OFOpen_Click() {
+  host().leaveFocused();
+  if (!host().mayDiscard()) return;
+  manager().setFileDialog(FileDialog::Opening);
+  const QString path = host().prompts().askOpenPath(host().over(), "Open database",
+                                                    fromPathBytes(manager().state().DatabasePath),
+                                                    toQString(kFileFilter));
+  if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
+  int refused = 0;
+  {
+    const BusyPointer busy;
+    refused = manager().openDatabase(toPathBytes(path));
+  }
+  host().showCounters();
+  if (refused != 0) return host().tell(refused);
+  host().showEntryPage();
+}
+
+void OpenPage::OFExit_Click() {
+  host().leave();
+}
+
+// --- saving ---------------------------------------------------------------------
+
+SavePage::SavePage(ManagerHost& host) : FilePage(host) {
+  make({"Save the database to disk",
+        "Nothing is saved automatically: all changes are in memory until you save them here.\n\n"
+        "Choose a place and a name in the form MYFILE.PQD; a name without an ending gets .PQD. "
+        "A file of that name is replaced only when the new one has been written completely.",
+        "SFSave", "Choose a &name...", "SFExit", "SFDone"},
+       this, &SavePage::SFSave_Click, &SavePage::SFExit_Click);
+}
+
+void SavePage::SFSave_Click() {
+  host().leaveFocused();
+  setDone(" ");
+  if (const int refused = manager().checkSave()) return host().tell(refused);
+  manager().setFileDialog(FileDialog::Saving);
+  const QString path = host().prompts().askSavePath(host().over(), "Save database",
+                                                    fromPathBytes(manager().state().DatabasePath),
+                                                    toQString(kFileFilter));
+  if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
+  int refused = 0;
+  {
+    const BusyPointer busy;
+    refused = manager().saveDatabase(toPathBytes(path));
+  }
+  host().showCounters();
+  if (refused != 0) return host().tell(refused);
+  setDone("Saved as " + fromPathBytes(manager().state().DatabasePath) + ".");
+}
+
+void SavePage::SFExit_Click() {
+  host().leave();
+}
+
+}  // namespace mirelund

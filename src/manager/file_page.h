@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The two pages of the data file: what opening and saving do, and the button.
+#pragma once
+
+#include "manager/manager_page.h"
+
+namespace mirelund {
+
+/// A text, a button that starts, a way out.
+class FilePage : public ManagerPage {
+  Q_OBJECT
+
+ public:
+  using ManagerPage::ManagerPage;
+
+  void shown() override;
+  QWidget* firstControl() override { return start_; }
+
+  /// What the button does, and choosing the page with the mouse.
+  virtual void start() = 0;
+
+ protected:
+  /// What the page is made of; made once, by the constructor of a page.
+  struct Look {
+    const char* title;
+    const char* explanation;
+    const char* button;
+    const char* caption;
+    const char* exit;
+    const char* doneLabel;
+  };
+  template <typename Page>
+  void make(const Look& look, Page* page, void (Page::*started)(), void (Page::*left)()) {
+    addTexts(look);
+    auto* row = new QHBoxLayout;
+    start_ = addButton(row, look.button, look.caption, page, started);
+    row->addStretch();
+    addButton(row, look.exit, "E&xit to menu", page, left);
+    addEnd(row, look);
+  }
+
+  void setDone(const QString& text);
+
+ private:
+  void addTexts(const Look& look);
+  void addEnd(QHBoxLayout* row, const Look& look);
+
+  QPushButton* start_ = nullptr;
+  QLabel* done_ = nullptr;
+};
+
+/// OpenDatabase: the database in memory is replaced by a file's.
+class OpenPage : public FilePage {
+  Q_OBJECT
+
+ public:
+  explicit OpenPage(ManagerHost& host);
+  void start() override { OFOpen_Click(); }
+
+ private:
+  void OFOpen_Click();
+  void OFExit_Click();
+};
+
+/// SaveDatabase: the database in memory is written to a file.
+class SavePage : public FilePage {
+  Q_OBJECT
+
+ public:
+  explicit SavePage(ManagerHost& host);
+  void start() override { SFSave_Click(); }
+
+ private:
+  void SFSave_Click();
+  void SFExit_Click();
+};
+
+}  // namespace mirelund

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/manager_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QSessionManager>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTimer>
+
+#include "app/box_focus.h"
+#include "app/ui_text.h"
+#include "dialogs/prompts.h"
+#include "dialogs/report_printer.h"
+#include "manager/current_value_page.h"
+#include "manager/display_page.h"
+#include "manager/entry_page.h"
+#include "manager/file_page.h"
+#include "manager/short_date.h"
+
+namespace mirelund {
+
+namespace {
+
+constexpr int kEntryPage = 1;
+// What the window has to spare when it opens, in lines.
+constexpr int kSpareLines = 10;
+constexpr char kHeaderCaption[] = "Input";
+constexpr char kHeaderPrompt[] = "Type in one line header information.";
+
+template <typename Page>
+ManagerPage* make(ManagerHost& host) {
+  return new Page(host);
+}
+
+struct PageEntry {
+  const char* caption;
+  ManagerPage* (*make)(ManagerHost& host);
+};
+
+constexpr PageEntry kPages[] = {
+    {"&Open file", make<OpenPage>},        {"Data &entry", make<EntryPage>},
+    {"Display f&unds", make<DisplayPage>}, {"Current &value", make<CurrentValuePage>},
+    {"&Save file", make<SavePage>},
+};
+
+}  // namespace
+
+PQManagement::PQManagement(const Parts& parts)
+    : parts_(parts),
+      manager_(parts.global, parts.files),
+      boxFocus_(new BoxFocus(this, [this](int message) { tell(message); })) {
+  setObjectName("PQManagement");
+  setWindowTitle("Mirelund - Investment manager");
+  manager_.setDateFormat(shortDateFormat(QLocale::system()));
+  manager_.load();
+  auto* layout = new QVBoxLayout(this);
+  makePages();
+  layout->addWidget(SSTab2_, 1);
+  layout->addLayout(makeCounters());
+  connect(qApp, &QGuiApplication::commitDataRequest, this, &PQManagement::endSession,
+          Qt::DirectConnection);
+  Form_Load();
+  resize(sizeHint() + QSize(0, kSpareLines * fontMetrics().lineSpacing()));
+}
+
+void PQManagement::makePages() {
+  SSTab2_ = new QTabWidget(this);
+  SSTab2_->setObjectName("SSTab2");
+  SSTab2_->setAccessibleName("Investment manager");
+  for (const PageEntry& entry : kPages) {
+    pages_.push_back(entry.make(*this));
+    SSTab2_->addTab(pages_.back(), entry.caption);
+  }
+  SSTab2_->tabBar()->installEventFilter(this);
+}
+
+QLayout* PQManagement::makeCounters() {
+  auto* row = new QHBoxLayout;
+  const auto add = [&](const char* name, int stretch) {
+    auto* label = new QLabel(this);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    row->addWidget(label, stretch);
+    return label;
+  };
+  ENumFunds_ = add("ENumFunds", 0);
+  ENumRec_ = add("ENumRec", 0);
+  EDatabase_ = add("EDatabase", 1);
+  // A long name gives way to the window, not the window to the name.
+  EDatabase_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  row->setSpacing(4 * fontMetrics().averageCharWidth());
+  return row;
+}
+
+void PQManagement::Form_Load() {
+  showCounters();
+  SSTab2_->setCurrentIndex(kEntryPage);
+  connect(SSTab2_, &QTabWidget::currentChanged, this, &PQManagement::SSTab2_Click);
+  pages_[kEntryPage]->shown();
+  pages_[kEntryPage]->firstControl()->setFocus(Qt::OtherFocusReason);
+}
+
+void PQManagement::SSTab2_Click(int page) {
+  manager_.leaveEntryPage();
+  ManagerPage* chosen = pages_[static_cast<std::size_t>(page)];
+  chosen->shown();
+  // Whoever walks the tabs with the keys stays on them.
+  if (!SSTab2_->tabBar()->hasFocus()) chosen->firstControl()->setFocus(Qt::OtherFocusReason);
+}
+
+bool PQManagement::eventFilter(QObject* watched, QEvent* event) {
+  const bool isPress = event->type() == QEvent::MouseButtonPress;
+  if (isPress || event->type() == QEvent::MouseButtonRelease) {
+    const auto* mouse = static_cast<QMouseEvent*>(event);
+    const int tab = mouse->button() == Qt::LeftButton ? SSTab2_->tabBar()->tabAt(mouse->pos()) : -1;
+    if (!isPress && tab >= 0 && tab == pressedTab_) {
+      // When the tabs are done with the mouse: the dialog has a loop of its own.
+      QMetaObject::invokeMethod(
+          this, [this, tab] { startFilePage(tab); }, Qt::QueuedConnection);
+    }
+    pressedTab_ = isPress ? tab : -1;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+void PQManagement::startFilePage(int page) {
+  auto* file = qobject_cast<FilePage*>(pages_[static_cast<std::size_t>(page)]);
+  if (file != nullptr && SSTab2_->currentIndex() == page) file->start();
+}
+
+// --- leaving --------------------------------------------------------------------
+
+void PQManagement::closeEvent(QCloseEvent* event) {
+  Form_QueryUnload(event);
+}
+
+void PQManagement::Form_QueryUnload(QCloseEvent* event) {
+  leaveFocused();
+  event->setAccepted(mayDiscard());
+  if (event->isAccepted()) manager_.discard();
+}
+
+void PQManagement::endSession(QSessionManager& session) {
+  if (!manager_.mustAskBeforeDiscarding() || !session.allowsInteraction()) return;
+  if (!close()) session.cancel();
+  session.release();
+}
+
+bool PQManagement::mayDiscard() {
+  return !manager_.mustAskBeforeDiscarding() || !ask(question::kDiscardChanges, {});
+}
+
+void PQManagement::leave() {
+  close();
+}
+
+// --- what pages ask for ---------------------------------------------------------
+
+bool PQManagement::leaveFocused() {
+  return boxFocus_->leaveNow();
+}
+
+void PQManagement::tell(int message) {
+  if (message == message::kNone) return;
+  global().Details = manager_.details(today());
+  prompts().tell(this, message);
+}
+
+bool PQManagement::ask(int question, const std::string& recordNumber) {
+  global().Details = manager_.details(today());
+  global().Details.recordNumber = recordNumber;
+  return prompts().ask(this, question);
+}
+
+void PQManagement::showCounters() {
+  ENumFunds_->setText(toQString(manager_.fundsText()));
+  ENumRec_->setText(toQString(manager_.recordsText()));
+  EDatabase_->setText(toQString(manager_.databaseText()));
+}
+
+void PQManagement::showEntryPage() {
+  SSTab2_->setCurrentIndex(kEntryPage);
+}
+
+void PQManagement::showChart() {
+  parts_.showChart(this);
+}
+
+void PQManagement::print(const QString& report) {
+  const std::string text = toStdString(report);
+  if (const int refused = Manager::checkPrint(text)) return tell(refused);
+  if (!ask(question::kPrint, {})) return;
+  prompts().askLine(this, kHeaderCaption, kHeaderPrompt);
+  if (manager_.preparePrint(text)) PrintReport(global(), report, parts_.printing, prompts(), this);
+}
+
+}  // namespace mirelund

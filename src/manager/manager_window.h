@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The investment manager's window: its pages, and what is seen from all of them.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "manager/manager_page.h"
+
+class QSessionManager;
+class QTabWidget;
+
+namespace mirelund {
+
+class BoxFocus;
+class FilePage;
+class PrintTarget;
+
+class PQManagement : public QWidget, private ManagerHost {
+  Q_OBJECT
+
+ public:
+  /// The ways out to the person, the printer, the chart and the disk.
+  struct Parts {
+    Global& global;
+    Prompts& prompts;
+    PrintTarget& printing;
+    std::function<void(QWidget* over)> showChart;
+    FileCalls& files = systemFiles();
+  };
+
+  explicit PQManagement(const Parts& parts);
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  /// The mouse on the tabs: choosing a file page starts it, also when it is shown.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Form_Load();
+  /// Asks before unsaved changes are given up; every way of closing comes here.
+  void Form_QueryUnload(QCloseEvent* event);
+  void SSTab2_Click(int page);
+  void endSession(QSessionManager& session);
+
+  Manager& manager() override { return manager_; }
+  Global& global() override { return parts_.global; }
+  Prompts& prompts() override { return parts_.prompts; }
+  QWidget* over() override { return this; }
+  bool leaveFocused() override;
+  void tell(int message) override;
+  bool ask(int question, const std::string& recordNumber) override;
+  bool mayDiscard() override;
+  void showCounters() override;
+  void showEntryPage() override;
+  void showChart() override;
+  void print(const QString& report) override;
+  void leave() override;
+
+  void makePages();
+  QLayout* makeCounters();
+  void startFilePage(int page);
+
+  Parts parts_;
+  Manager manager_;
+  BoxFocus* boxFocus_;
+  QTabWidget* SSTab2_;
+  std::vector<ManagerPage*> pages_;
+  QLabel* ENumFunds_;
+  QLabel* ENumRec_;
+  QLabel* EDatabase_;
+  int pressedTab_ = -1;
+};
+
+}  // namespace mirelund

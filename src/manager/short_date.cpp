@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/short_date.h"
+
+#include <QDate>
+
+#include "app/ui_text.h"
+
+namespace mirelund {
+
+ShortDateFormat shortDateFormat(const QLocale& locale) {
+  if (locale.language() == QLocale::C) return shortDateFormat("MM/dd/yyyy");
+  return shortDateFormat(toStdString(locale.dateFormat(QLocale::ShortFormat)));
+}
+
+Date today() {
+  const QDate now = QDate::currentDate();
+  return Date::of(now.year(), now.month(), now.day()).value_or(Date());
+}
+
+}  // namespace mirelund

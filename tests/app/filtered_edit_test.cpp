@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/filtered_edit.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QTimer>
+
+#include "ui_testing.h"
+
+namespace mirelund::testing {
+namespace {
+
+struct Place {
+  CalculatorPageIndex page;
+  const char* box;
+};
+
+}  // namespace
+
+class FilteredEditTest : public QObject {
+  Q_OBJECT
+
+ private slots:
+  void everyBox_data() {
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("box");
+    for (const BoxRule& rule : boxRules())
+      if (rule.option == 0)
+        QTest::newRow(std::string(rule.name).c_str())
+            << static_cast<int>(rule.page) << QString::fromStdString(std::string(rule.name));
+  }
+
+  void everyBox() {
+    QFETCH(int, page);
+    QFETCH(QString, box);
+    ProgramFixture program;
+    program.openCalculations(page);
+    auto* edit = program.find<BoxEdit>(qPrintable(box));
+    if (edit->isReadOnly()) return;
+    const BoxRule& rule = edit->rule();
+    const QString initial = edit->text();
+
+    // Entered by mouse: the whole text is selected, the clipboard emptied.
+    QGuiApplication::clipboard()->setText("77");
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QCOMPARE(edit->selectedText(), initial);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString());
+    QCOMPARE(edit->palette().color(QPalette::Base), QColor(128, 255, 128));
+
+    // Left without typing: nothing changes.
+    program.key(Qt::Key_Tab);
+    QCOMPARE(edit->text(), initial);
+
+    // The first key replaces the content; what does not pass is swallowed.
+    edit->setFocus(Qt::TabFocusReason);
+    QTest::keyClicks(edit, "1-2,3$e4");
+    const bool isName = rule.filter == KeyFilter::Any;
+    QCOMPARE(edit->text(), isName ? "1-2,3$e4" : "1234");
+
+    // All or nothing by the other ways in.
+    edit->selectAll();
+    QGuiApplication::clipboard()->setText("5x");
+    QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(edit->text(), isName ? "5x" : "1234");
+    edit->selectAll();
+    QGuiApplication::clipboard()->setText("31");
+    QTest::keyClick(edit, Qt::Key_Insert, Qt::ShiftModifier);
+    QCOMPARE(edit->text(), "31");
+
+    QMimeData dropped;
+    dropped.setText("-1");
+    edit->clear();
+    drop(edit, dropped);
+    QCOMPARE(edit->text(), isName ? "-1" : "");
+    edit->clear();
+    dropped.setText("27");
+    drop(edit, dropped);
+    QCOMPARE(edit->text(), "27");
+
+    edit->selectAll();
+    compose(edit, "\u0663");
+    QCOMPARE(edit->text(), isName ? "\u0663" : "27");
+    edit->selectAll();
+    compose(edit, "12");
+    QCOMPARE(edit->text(), "12");
+
+    // Left: stored and redisplayed.
+    program.key(Qt::Key_Tab);
+    if (!isName) QCOMPARE(edit->text().toStdString(), boxText(rule, 12.0));
+    QCOMPARE(program.global.BoxEdited, 0);
+  }
+
+  void contextMenuPasteIsFiltered() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    QLineEdit* edit = program.box("CGInCostofInvest");
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QGuiApplication::clipboard()->setText("12abc");
+    pasteFromMenu(edit);
+    QCOMPARE(edit->text(), "   $10,000.00");
+    QGuiApplication::clipboard()->setText("125");
+    pasteFromMenu(edit);
+    QCOMPARE(edit->text(), "125");
+  }
+
+  void aPasteMayNotAddDecimals() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInCostofInvest", "1.2");
+    QGuiApplication::clipboard()->setText("345");
+    QTest::keyClick(program.box("CGInCostofInvest"), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(program.box("CGInCostofInvest")->text(), "1.2");
+  }
+
+  void lineBreaksNeverEnterTheName() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    QTest::mouseClick(program.box("CGInNameOfInvest"), Qt::LeftButton);
+    QGuiApplication::clipboard()->setText("One\r\ntwo\tthree");
+    QTest::keyClick(program.box("CGInNameOfInvest"), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(program.box("CGInNameOfInvest")->text(), "XYZ Mutual Fund");
+    QGuiApplication::clipboard()->setText("One two\r\n");
+    QTest::keyClick(program.box("CGInNameOfInvest"), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(program.box("CGInNameOfInvest")->text(), "One two");
+  }
+
+  void theDeleteKeyMakesAMoneyBoxZero() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    QLineEdit* edit = program.box("CGInCostofInvest");
+    QTest::mouseClick(edit, Qt::LeftButton);
+    edit->end(false);
+    edit->setCursorPosition(4);
+    QTest::keyClick(edit, Qt::Key_Delete);
+    QVERIFY(edit->text().contains('$'));
+    program.key(Qt::Key_Tab);
+    QCOMPARE(edit->text(), "         $.00");
+    QCOMPARE(program.global.InputValues[1], Currency());
+  }
+
+  void cuttingIsAnEditToo() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    QLineEdit* edit = program.box("CGInCostofInvest");
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_X, Qt::ControlModifier);
+    program.key(Qt::Key_Tab);
+    QCOMPARE(edit->text(), "         $.00");
+  }
+
+  void enterWalksThePageAndThenCalculates() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInCostofInvest", "1000");
+    program.key(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), "CGInValueNow");
+    QTest::keyClicks(QApplication::focusWidget(), "2000");
+    program.key(Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(QApplication::focusWidget()->objectName(), "CGInNumOfYrs");
+    program.key(Qt::Key_Return);
+    QTest::keyClicks(QApplication::focusWidget(), "My fund");
+    program.key(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), "CGCalculate");
+    QVERIFY(program.results().contains(" 5    1,000.00     2,000.00  14.870%  100.00%"));
+    QVERIFY(program.results().contains("Name of investment:                My fund"));
+  }
+
+  void fortyOneYearsAreToldOnceAndBecomeForty() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInNumOfYrs", "41");
+    program.key(Qt::Key_Tab);
+    QCOMPARE(program.prompts.told, QList<int>{5});
+    QCOMPARE(program.box("CGInNumOfYrs")->text(), " 40");
+    QCOMPARE(program.global.InputValues[3], Currency::whole(40));
+    program.key(Qt::Key_Tab);
+    QCOMPARE(program.prompts.told, QList<int>{5});
+  }
+
+  void anotherWindowIsNoLeave() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInNumOfYrs", "41");
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QCOMPARE(program.box("CGInNumOfYrs")->text(), "41");
+    other.close();
+    program.window("PQInvest")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(program.window("PQInvest")));
+    QCOMPARE(program.box("CGInNumOfYrs")->text(), "41");
+    QVERIFY(program.prompts.told.isEmpty());
+    QTest::keyClicks(program.box("CGInNumOfYrs"), "2");
+    QCOMPARE(program.box("CGInNumOfYrs")->text(), "412");
+  }
+
+  void aMessageWaitsForTheMouseSoThatTheClickArrives() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInNumOfYrs", "50");
+    program.click("CGCalculate");
+    QCOMPARE(program.prompts.told, QList<int>{5});
+    QVERIFY(program.results().contains("40   10,000.00    20,000.00   1.748%  100.00%"));
+  }
+
+  void aRefusedAmountStopsTheCalculation() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInCostofInvest", "9999999999999999999");
+    QTest::keyClick(program.box("CGInCostofInvest"), Qt::Key_C, Qt::AltModifier);
+    QTRY_COMPARE(program.prompts.told, QList<int>{3});  // a mnemonic's click shows for a moment
+    QCOMPARE(program.results(), "");
+    QCOMPARE(program.box("CGInCostofInvest")->text(), "   $10,000.00");
+    program.type("CGInCostofInvest", "9999999999999999999");
+    program.click("CGCalculate");
+    QCOMPARE(program.prompts.told, (QList<int>{3, 3}));
+    QCOMPARE(program.results(), "");
+  }
+
+ private:
+  static void drop(QLineEdit* edit, const QMimeData& data) {
+    QDragEnterEvent over(edit->rect().center(), Qt::CopyAction, &data, Qt::LeftButton,
+                         Qt::NoModifier);
+    QApplication::sendEvent(edit, &over);
+    QDropEvent event(edit->rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(edit, &event);
+  }
+  static void compose(QLineEdit* edit, const QString& text) {
+    QInputMethodEvent preedit(text, {});
+    QApplication::sendEvent(edit, &preedit);
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QApplication::sendEvent(edit, &commit);
+  }
+  static void pasteFromMenu(QLineEdit* edit) {
+    QTimer::singleShot(50, [] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      QVERIFY(menu != nullptr);
+      int pasted = 0;
+      for (QAction* action : menu->actions()) {
+        if (!action->text().contains("&Paste")) continue;
+        action->trigger();
+        ++pasted;
+      }
+      menu->close();
+      QCOMPARE(pasted, 1);
+    });
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, edit->rect().center(),
+                            edit->mapToGlobal(edit->rect().center()));
+    QApplication::sendEvent(edit, &event);
+  }
+};
+
+}  // namespace mirelund::testing
+
+QTEST_MAIN(mirelund::testing::FilteredEditTest)
+#include "filtered_edit_test.moc"

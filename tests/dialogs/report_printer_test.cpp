@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dialogs/report_printer.h"
+
+#include "app/formatting.h"
+#include "ui_testing.h"
+
+namespace mirelund::testing {
+
+class ReportPrinterTest : public QObject {
+  Q_OBJECT
+
+  // `count` lines of exactly `columns` characters, each one different.
+  static std::string report(int count, int columns) {
+    std::string text;
+    for (int i = 1; i <= count; ++i) {
+      std::string line = "Line " + std::to_string(i) + " ";
+      while (std::ssize(line) < columns) line += static_cast<char>('a' + line.size() % 26);
+      appendLine(text, line);
+    }
+    return text;
+  }
+  static QStringList linesOf(const std::string& text) {
+    QStringList lines = QString::fromStdString(text).remove('\r').split('\n');
+    lines.removeLast();
+    return lines;
+  }
+  static bool isLandscape(const PdfTarget& target) {
+    const QRegularExpression size("Page size: +([0-9.]+) x ([0-9.]+)");
+    const auto found = size.match(target.run("pdfinfo", {target.path}));
+    return found.captured(1).toDouble() > found.captured(2).toDouble();
+  }
+
+ private slots:
+  void everyLineIsPrintedWhole_data() {
+    QTest::addColumn<int>("window");
+    QTest::addColumn<int>("columns");
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<bool>("letter");
+    QTest::addColumn<bool>("landscape");
+    QTest::addColumn<double>("pitch");
+    for (const bool letter : {false, true}) {
+      const char* paper = letter ? "Letter" : "A4";
+      // 11 points for the calculators, their longest line is 59 columns wide.
+      QTest::addRow("45 columns, %s", paper) << 1 << 45 << 30 << letter << false << 6.59;
+      QTest::addRow("59 columns, %s", paper) << 1 << 59 << 30 << letter << false << 6.59;
+      QTest::addRow("480 rows, %s", paper) << 1 << 45 << 493 << letter << false << 6.59;
+      // 10 points for the manager, up to 96 columns.
+      QTest::addRow("85 columns, %s", paper) << 2 << 85 << 30 << letter << false << 6.0;
+      QTest::addRow("96 columns, %s", paper) << 2 << 96 << 120 << letter << true << 6.0;
+    }
+  }
+
+  void everyLineIsPrintedWhole() {
+    QFETCH(int, window);
+    QFETCH(int, columns);
+    QFETCH(int, lines);
+    QFETCH(bool, letter);
+    QFETCH(bool, landscape);
+    QFETCH(double, pitch);
+    Global global;
+    FakePrompts prompts(global);
+    PdfTarget target;
+    target.pageSize = letter ? QPageSize::Letter : QPageSize::A4;
+    global.ActiveWindow = static_cast<std::int16_t>(window);
+    global.ReportLines[static_cast<std::size_t>(window)] = report(lines, columns);
+    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    QStringList printed = target.lines(pitch);
+    printed.removeAll("");  // between the pages
+    QCOMPARE(printed, linesOf(report(lines, columns)));
+    QCOMPARE(isLandscape(target), landscape);
+  }
+
+  void theFontHasItsSize() {
+    Global global;
+    FakePrompts prompts(global);
+    PdfTarget target;
+    global.ReportLines[1] = report(1, 40);
+    for (const int window : {1, 2}) {
+      global.ActiveWindow = static_cast<std::int16_t>(window);
+      QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+      // A character of Courier's metrics is 0.6 of the font's size wide.
+      const QString boxes = target.run("pdftotext", {"-bbox", target.path, "-"});
+      const QRegularExpression word("xMin=\"([0-9.]+)\".*xMax=\"([0-9.]+)\".*>(Line)<");
+      const auto found = word.match(boxes);
+      const double width =
+          (found.captured(2).toDouble() - found.captured(1).toDouble()) / 4.0 / 0.6;
+      QVERIFY2(std::abs(width - (window == 1 ? 11.0 : 10.0)) < 0.1, qPrintable(boxes));
+    }
+  }
+
+  void theManagersTextGoesFirstAndTheScreenLast() {
+    Global global;
+    FakePrompts prompts(global);
+    PdfTarget target;
+    QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
+    QCOMPARE(target.lines(6.59), QStringList{"On screen"});
+    global.ReportLines[1] = "One\r\n";
+    QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
+    QCOMPARE(target.lines(6.59), QStringList{"One"});
+    global.ReportLines[2] = "Two\r\n";
+    QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
+    QCOMPARE(target.lines(6.59), QStringList{"Two"});
+  }
+
+  void whereThereIsNoPrinterAPdfIsOffered() {
+    if (!QPrinterInfo::availablePrinterNames().isEmpty()) return;
+    Global global;
+    FakePrompts prompts(global);
+    SystemPrintTarget target(prompts);
+    QVERIFY(target.open(nullptr, "Mirelund report") == nullptr);
+    QCOMPARE(prompts.initialPaths, QStringList{"Mirelund report.pdf"});
+    QTemporaryDir folder;
+    prompts.paths = {folder.filePath("mine")};
+    global.ReportLines[1] = "One\r\n";
+    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    QVERIFY(QFile::exists(folder.filePath("mine.pdf")));
+    QVERIFY(prompts.warned.isEmpty());
+  }
+};
+
+}  // namespace mirelund::testing
+
+QTEST_MAIN(mirelund::testing::ReportPrinterTest)
+#include "report_printer_test.moc"

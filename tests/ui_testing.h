@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What window tests share: the person's place, a printer that writes files, and
+// controls found by their names.
+#pragma once
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QProcess>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QRegularExpression>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <deque>
+#include <memory>
+
+#include "dialogs/prompts.h"
+#include "dialogs/report_printer.h"
+#include "program.h"
+
+namespace mirelund::testing {
+
+/// Answers in the person's place and keeps what was told and asked.
+class FakePrompts : public Prompts {
+ public:
+  explicit FakePrompts(Global& global) : global_(global) {}
+
+  QList<int> told;
+  QStringList warned;
+  QList<int> asked;
+  std::deque<bool> answers;   // no more answers: no
+  std::deque<QString> lines;  // no more lines: cancelled
+  std::deque<int> numbers;    // no more numbers: cancelled
+  std::deque<QString> paths;  // no more paths: cancelled
+  QStringList initialPaths;
+  QList<QWidget*> over;
+
+  void tell(QWidget* parent, int message) override {
+    over << parent;
+    told << message;
+  }
+  void warn(QWidget* parent, const QString& text) override {
+    over << parent;
+    warned << text;
+  }
+  bool ask(QWidget* parent, int question) override {
+    over << parent;
+    asked << question;
+    return take(answers, false);
+  }
+  void askLine(QWidget* parent, const QString& /*caption*/, const QString& /*prompt*/) override {
+    over << parent;
+    global_.PrintHeader = take(lines, QString("1")).toStdString();
+  }
+  std::optional<int> askRecordNumber(QWidget* parent, const QString& /*prompt*/) override {
+    over << parent;
+    if (numbers.empty()) return std::nullopt;
+    return take(numbers, 0);
+  }
+  QString askOpenPath(QWidget* /*over*/, const QString& /*title*/, const QString& initial,
+                      const QString& /*filter*/) override {
+    initialPaths << initial;
+    return take(paths, QString());
+  }
+  QString askSavePath(QWidget* /*over*/, const QString& /*title*/, const QString& initial,
+                      const QString& /*filter*/) override {
+    initialPaths << initial;
+    return take(paths, QString());
+  }
+
+ private:
+  template <typename T>
+  static T take(std::deque<T>& from, T otherwise) {
+    if (from.empty()) return otherwise;
+    T first = from.front();
+    from.pop_front();
+    return first;
+  }
+
+  Global& global_;
+};
+
+/// Prints to a PDF file and reads the text back out of it.
+class PdfTarget : public PrintTarget {
+  QTemporaryDir folder_;
+
+ public:
+  QPageSize::PageSizeId pageSize = QPageSize::A4;
+  QString path = folder_.filePath("out.pdf");
+  bool cancelled = false;
+
+  std::unique_ptr<QPrinter> open(QWidget* /*over*/, const QString& /*suggestedName*/) override {
+    if (cancelled) return nullptr;
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setPageSize(QPageSize(pageSize));
+    printer->setOutputFileName(path);
+    return printer;
+  }
+
+  /// The lines of all pages, without the margin they share; `pitch` is the width
+  /// of a character in points.
+  QStringList lines(double pitch) const {
+    QStringList found =
+        run("pdftotext", {"-fixed", QString::number(pitch), "-nopgbrk", path, "-"}).split('\n');
+    qsizetype margin = 1000;
+    for (const QString& line : found)
+      if (const auto text = line.trimmed(); !text.isEmpty())
+        margin = std::min(margin, line.indexOf(text.front()));
+    for (QString& line : found) line.remove(0, margin);
+    while (!found.isEmpty() && found.back().isEmpty()) found.removeLast();
+    return found;
+  }
+  QString run(const QString& program, const QStringList& arguments) const {
+    QProcess process;
+    process.start(program, arguments);
+    process.waitForFinished();
+    return QString::fromUtf8(process.readAllStandardOutput());
+  }
+};
+
+/// A program on the offscreen platform whose controls are found by name.
+class ProgramFixture {
+ public:
+  ProgramFixture() : prompts(global), program(prompts, printing, global) {
+    program.start().show();
+    QVERIFY(isActivated(&program.start()));
+  }
+  ~ProgramFixture() {
+    // A popup goes with the list that it belongs to.
+    QWidgetList windows;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (widget != &program.start() && widget->parent() == nullptr) windows << widget;
+    qDeleteAll(windows);
+  }
+
+  // A window manager may be slow, or give the focus to a window that is going.
+  static bool isActivated(QWidget* widget) {
+    constexpr int kTries = 10;
+    for (int i = 0; i < kTries; ++i) {
+      widget->activateWindow();
+      if (QTest::qWaitForWindowActive(widget, 1000)) return true;
+    }
+    return false;
+  }
+
+  static QWidget* window(const char* name) {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (widget->objectName() == name && widget->isVisible()) return widget;
+    return nullptr;
+  }
+  template <typename Widget = QWidget>
+  static Widget* find(const char* name) {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (auto* found = widget->findChild<Widget*>(name)) return found;
+    qFatal("no control %s", name);
+  }
+  static QLineEdit* box(const char* name) { return find<QLineEdit>(name); }
+  static QString results() { return find<QPlainTextEdit>("Results")->toPlainText(); }
+
+  static void click(const char* name) { QTest::mouseClick(find(name), Qt::LeftButton); }
+  static void type(const char* name, const char* keys) {
+    QTest::mouseClick(box(name), Qt::LeftButton);
+    QTest::keyClicks(box(name), keys);
+  }
+  static void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+  }
+
+  void openCalculations(int page) {
+    click("StartCalc");
+    QVERIFY(isActivated(window("PQInvest")));
+    choosePage(page);
+  }
+  static void choosePage(int page) {
+    auto* bar = find<QTabWidget>("SSTab1")->tabBar();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(page).center());
+  }
+
+  Global global;
+  FakePrompts prompts;
+  PdfTarget printing;
+  Program program;
+};
+
+}  // namespace mirelund::testing

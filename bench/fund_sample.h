@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A made-up database of any size.
+#pragma once
+
+#include <cstdint>
+
+#include "manager/fund_database.h"
+
+namespace mirelund::bench {
+
+/// All 18 funds and so many records of all six types, the same at every call.
+Database fundSample(std::int16_t records);
+
+}  // namespace mirelund::bench

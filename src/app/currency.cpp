@@ -50,18 +50,19 @@ Currency operator*(Currency a, Currency b) {
 
 Currency detail::ToCurrencyInDoubt(double value) {
   const double product = value * 10'000.0;
+  const double lost = std::fma(value, 10'000.0, -product);  // exact
+  // Beyond 2^52 the product is whole, and may have been rounded up past its floor.
   const double low = std::floor(product);
-  auto units = static_cast<std::int64_t>(low);
   const double rest = product - low;
+  const double whole = rest == 0.0 ? std::floor(lost) : 0.0;
+  auto units = static_cast<std::int64_t>(low);
+  if (__builtin_add_overflow(units, static_cast<std::int64_t>(whole), &units))
+    detail::throwOverflow();
   bool up = false;
   if (isDecimalTie(value)) {
     up = units % 2 != 0;
   } else {
-    const double lost = std::fma(value, 10'000.0, -product);  // exact
-    const double whole = rest == 0.0 ? std::floor(lost) : 0.0;
     const double aboveHalf = (rest - 0.5) + (lost - whole);
-    if (__builtin_add_overflow(units, static_cast<std::int64_t>(whole), &units))
-      detail::throwOverflow();
     up = aboveHalf > 0.0 || (aboveHalf == 0.0 && units % 2 != 0);
   }
   if (__builtin_add_overflow(units, static_cast<std::int64_t>(up), &units)) detail::throwOverflow();

@@ -32,6 +32,11 @@ constexpr Rounding kRoundings[] = {
     {"a large amount keeps its quarter", 922337203685477.25, 9223372036854772500},
     {"a large negative amount", -922337203685477.5, -9223372036854775000},
     {"beyond 2^52 the lost fraction counts", 1000000000000.0001, 10000000000000001},
+    // Here the product is rounded to a whole number before it can be looked at.
+    {"a tie beyond 2^52, even below", 476094018439.53625, 4760940184395362},
+    {"a tie beyond 2^52, even below, 342.529 in binary", 527074416843.73425, 5270744168437342},
+    {"a negative tie beyond 2^52, even away", -487517601990.17615, -4875176019901762},
+    {"a negative tie beyond 2^52, odd below", -503102335412.58655, -5031023354125866},
     {"zero", 0.0, 0},
     {"negative zero", -0.0, 0},
     {"the smallest double", std::numeric_limits<double>::denorm_min(), 0},
@@ -62,6 +67,14 @@ RC_GTEST_PROP(ToCurrency, IsWithinHalfAUnit, ()) {
                                      [](std::int64_t n) { return static_cast<double>(n) / 7e6; });
   const double units = static_cast<double>(ToCurrency(value).tenThousandths());
   RC_ASSERT(std::abs(units - value * 1e4) <= 0.5 + std::abs(value) * 1e-11);
+}
+
+RC_GTEST_PROP(ToCurrency, IsNeverAUnitOff, ()) {
+  // Sixty-fourths times 10,000 are exact in 64 bits. A tie that a reader sees may be
+  // up to 0.31 units beside the binary one.
+  const auto sixtyFourths = *rc::gen::inRange<std::int64_t>(-(1LL << 49), 1LL << 49);
+  const auto units = ToCurrency(static_cast<double>(sixtyFourths) / 64.0).tenThousandths();
+  RC_ASSERT(std::abs(64 * units - 10'000 * sixtyFourths) < 64 * 0.82);
 }
 
 TEST(Currency, SumsAreCheckedAtBothEnds) {

@@ -50,12 +50,12 @@ constexpr std::string_view kLines[] = {
     "",
     "_____________________________________________",
     "",
-    "          Mirelund, version 3.5",
-    "    Calculators and investment manager",
+    "            Mirelund, version 3.5",
+    "     Calculators and investment manager",
     "",
-    "    Free software, without warranty,",
-    "  under the GNU General Public License,",
-    "         version 3 or later.",
+    "      Free software, without warranty,",
+    "    under the GNU General Public License,",
+    "             version 3 or later.",
 };
 
 }  // namespace

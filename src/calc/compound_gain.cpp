@@ -15,9 +15,9 @@ namespace {
 // Year ends at the constant rate, whole currency units (truncated).
 void fillSeries(CurrencyTable& table, const CompoundGainInput& input, double annualRate) {
   const auto years = static_cast<std::size_t>(input.years.toDouble());
-  double running = input.cost.toDouble();
+  double running = input.cost.toDouble() * (1.0 + annualRate);
   for (std::size_t year = 1; year <= years; ++year) {
-    running += annualRate * running;
+    if (year > 1) running += annualRate * running;
     table.at(year, 1) = Currency::whole(static_cast<std::int64_t>(year));
     table.at(year, 4) = ToCurrency(std::trunc(running));
   }

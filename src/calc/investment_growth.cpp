@@ -136,7 +136,7 @@ std::string investmentGrowthHelp() {
   // "1.000.00" is the required text.
   appendLine(help, " 1,000.00        .00    1.000.00         .00");
   appendLine(help, " Annually   Annually    Annually    Annually");
-  appendLine(help, "      20%        20%         20%        .00%");
+  appendLine(help, "       20%        20%         20%        .00%");
   appendLine(help, "      .00%       .00%       5.00%        .00%");
   appendLine(help, "      .00%       .00%        .00%       5.00%");
   appendLine(help, "       25         25          25          25");

@@ -165,6 +165,14 @@ TEST(CompoundGain, AResultOutOfRangeIsMessageThree) {
   EXPECT_EQ(global.ChartCount, 0);
 }
 
+TEST(CompoundGain, TheFirstYearEndIsTheCostTimesOnePlusTheRate) {
+  // e^(ln 0.2) - 1 is -0.8 and a trace: 500 (1 - 0.8 - trace) falls short of 100.
+  Global global;
+  calculate(global, 500, 100, 1);
+  EXPECT_LT(500 * (1 + std::exp(std::log(0.2)) - 1), 100.0);
+  EXPECT_EQ(global.ComparisonTable.at(1, 4), Currency::whole(99));
+}
+
 RC_GTEST_PROP(CompoundGain, AnyInputEndsInAReportOrAMessage, ()) {
   Global global;
   const auto amount =

@@ -250,8 +250,17 @@ TEST(InvestmentGrowth, FrequenciesStandInTheListsOrder) {
 TEST(InvestmentGrowth, HelpKeepsItsTexts) {
   const std::string help = investmentGrowthHelp();
   const auto lines = linesOf(help);
-  EXPECT_EQ(lines[0], "Example 1  Example 2   Example 3   Example 4");
-  EXPECT_EQ(lines[2], " 1,000.00        .00    1.000.00         .00");
+  const std::vector<std::string> examples(lines.begin(), lines.begin() + 8);
+  EXPECT_EQ(examples, (std::vector<std::string>{
+                          "Example 1  Example 2   Example 3   Example 4",
+                          "      .00   1,000.00         .00   30,000.00",
+                          " 1,000.00        .00    1.000.00         .00",
+                          " Annually   Annually    Annually    Annually",
+                          "       20%        20%         20%        .00%",
+                          "      .00%       .00%       5.00%        .00%",
+                          "      .00%       .00%        .00%       5.00%",
+                          "       25         25          25          25",
+                      }));
   EXPECT_NE(help.find("at a 5% annnual\r\n"), std::string::npos);
   EXPECT_EQ(lines.back(), "the annual percentage rate.");
 }

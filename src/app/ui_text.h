@@ -10,11 +10,19 @@
 namespace mirelund {
 
 inline QString toQString(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  QString out = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+  // A name may begin with a byte order mark, which the toolkit drops.
+  if (text.starts_with("\xEF\xBB\xBF")) out.prepend(QChar(QChar::ByteOrderMark));
+  return out;
 }
 
 inline std::string toStdString(const QString& text) {
   return text.toStdString();
+}
+
+/// A tooltip that shows the text as it is: tooltips guess what is markup.
+inline QString plainToolTip(const QString& text) {
+  return text.isEmpty() ? text : "<span>" + text.toHtmlEscaped() + "</span>";
 }
 
 /// A path as the file system has it: bytes.

@@ -20,13 +20,18 @@ class ValueTicker : public QCPAxisTicker {
   explicit ValueTicker(ChartAxis axis) : axis_(axis) {}
 
  protected:
+  double getTickStep(const QCPRange& range) override {
+    step_ = std::max(QCPAxisTicker::getTickStep(range), kLeastTickStep);
+    return step_;
+  }
   QString getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/,
                        int /*precision*/) override {
-    return toQString(tickText(axis_, tick));
+    return toQString(tickText(axis_, tick, step_));
   }
 
  private:
   ChartAxis axis_;
+  double step_ = 1.0;
 };
 
 // Far apart in brightness too, so that they stay apart in a grey print.
@@ -193,7 +198,8 @@ QString BarChart::textAt(QPoint position) const {
 
 void BarChart::mouseMoveEvent(QMouseEvent* event) {
   QCustomPlot::mouseMoveEvent(event);
-  QToolTip::showText(event->globalPosition().toPoint(), textAt(event->position().toPoint()), this);
+  QToolTip::showText(event->globalPosition().toPoint(),
+                     plainToolTip(textAt(event->position().toPoint())), this);
 }
 
 void BarChart::changeEvent(QEvent* event) {

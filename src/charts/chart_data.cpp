@@ -100,7 +100,7 @@ std::size_t countOf(const Global& global) {
 }
 
 std::string valueText(ChartAxis axis, Currency value) {
-  if (axis == ChartAxis::Percent) return FormatNumber(value, "###,###.000") + '%';
+  if (axis == ChartAxis::Percent) return FormatNumber(value, "###,###.0000") + '%';
   std::string text(MoneySymbol);
   text += FormatNumber(value, "####,,###.00");
   return text;
@@ -193,11 +193,16 @@ std::string pointText(const ChartView& view, std::size_t series, std::size_t cat
   return text + ": " + shown.texts.at(category);
 }
 
-std::string tickText(ChartAxis axis, double value) {
-  const double whole = std::round(value);
-  const bool isWhole = std::abs(value - whole) <= 1e-9 * std::max(1.0, std::abs(value));
-  std::string text =
-      isWhole ? FormatNumber(whole, "####,,##0") : FormatNumber(value, "####,,##0.00");
+std::string tickText(ChartAxis axis, double value, double step) {
+  constexpr std::array<Pattern, 4> kMarks = {"####,,##0", "####,,##0.00", "####,,##0.000",
+                                             "####,,##0.0000"};
+  std::size_t mark = 0;
+  for (const double unit : {1.0, 0.01, 0.001}) {
+    const double steps = step / unit;
+    if (std::abs(steps - std::round(steps)) <= 1e-9 * steps) break;
+    ++mark;
+  }
+  std::string text = FormatNumber(value, kMarks.at(mark));
   if (axis == ChartAxis::Percent) text += '%';
   return text;
 }

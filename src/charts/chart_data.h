@@ -43,7 +43,7 @@ inline constexpr std::array<ManagerViewRow, 3> kManagerViews{{
 struct ChartSeries {
   std::string name;                ///< in the legend
   std::vector<double> values;      ///< money, or percent as a number of percent
-  std::vector<std::string> texts;  ///< each value as reports show it, "$1,000.00", "14.870%"
+  std::vector<std::string> texts;  ///< each value to the last digit: "$1,000.00", "14.8698%"
 };
 
 struct ChartView {
@@ -74,9 +74,12 @@ ChartView makeChartView(Global& global, ManagerView manager = ManagerView::GainD
 /// its value.
 std::string pointText(const ChartView& view, std::size_t series, std::size_t category);
 
-/// A mark of the value axis: thousands separated, decimals only where there are
-/// any, "%" behind a percentage.
-std::string tickText(ChartAxis axis, double value);
+/// A mark of the value axis, whose marks are `step` apart: thousands separated, as
+/// many decimals as the step asks for (four at most), "%" behind a percentage.
+std::string tickText(ChartAxis axis, double value, double step);
+
+/// The smallest step between marks: amounts have no more decimals.
+inline constexpr double kLeastTickStep = 0.0001;
 
 /// Every how many categories one is labelled (1, 2, 5, 10, 20, ...), so that
 /// labels `widest` wide do not touch where each category has `slot`.

@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QShortcut>
 #include <utility>
 
 #include "app/ui_text.h"
@@ -35,8 +36,15 @@ void DisplayPage::makeList(QHBoxLayout* row) {
   side->addWidget(DDispFunds_, 1);
   addButton(side, "DDisplall", "Display &All Funds", this, &DisplayPage::DDisplall_Click);
   row->addLayout(side);
-  // A double click, or Enter.
-  connect(DDispFunds_, &QListWidget::itemActivated, this, &DisplayPage::DDispFunds_DblClick);
+  // Not by what the desktop calls activation: that may be a single click.
+  connect(DDispFunds_, &QListWidget::itemDoubleClicked, this, &DisplayPage::DDispFunds_DblClick);
+  for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+    auto* enter = new QShortcut(key, DDispFunds_);
+    enter->setContext(Qt::WidgetShortcut);
+    connect(enter, &QShortcut::activated, this, [this] {
+      if (QListWidgetItem* item = DDispFunds_->currentItem()) DDispFunds_DblClick(item);
+    });
+  }
 }
 
 void DisplayPage::makeReportSide(QHBoxLayout* row) {
@@ -133,7 +141,7 @@ void DisplayPage::nameFundInView() {
   const std::int16_t row = helpShown() ? std::int16_t{0} : fundAtLine(shownReport_.blocks, top);
   const QString name = toQString(manager().fundName(row));
   DDFund_->setText(elidedName(DDFund_, name, kNameCharacters).replace('&', "&&"));
-  DDFund_->setToolTip(name.toHtmlEscaped());
+  DDFund_->setToolTip(plainToolTip(name));
 }
 
 }  // namespace mirelund

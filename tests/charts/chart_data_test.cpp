@@ -92,7 +92,7 @@ TEST(ChartData, CompoundGain) {
   EXPECT_EQ(view.valueTitle, "Percent");
   EXPECT_EQ(view.categories, (Texts{"1", "2"}));
   EXPECT_EQ(view.series[0].values, (Values{14.8698, -50}));
-  EXPECT_EQ(view.series[0].texts, (Texts{"14.870%", "-50.000%"}));
+  EXPECT_EQ(view.series[0].texts, (Texts{"14.8698%", "-50.0000%"}));
 }
 
 TEST(ChartData, GrowthComparisons) {
@@ -231,13 +231,25 @@ TEST(ChartData, FiguresOutsideTheTableAreMessageNine) {
 }
 
 TEST(ChartData, MarksOfTheValueAxis) {
-  EXPECT_EQ(tickText(ChartAxis::Money, 0), "0");
-  EXPECT_EQ(tickText(ChartAxis::Money, 1250000), "1,250,000");
-  EXPECT_EQ(tickText(ChartAxis::Money, -50000), "-50,000");
-  EXPECT_EQ(tickText(ChartAxis::Money, 0.5), "0.50");
-  EXPECT_EQ(tickText(ChartAxis::Money, 0.1 + 0.2 + 0.7), "1");
-  EXPECT_EQ(tickText(ChartAxis::Percent, 15), "15%");
-  EXPECT_EQ(tickText(ChartAxis::Percent, -2.5), "-2.50%");
+  const struct {
+    ChartAxis axis;
+    double step;
+    std::vector<double> marks;
+    std::vector<std::string> texts;
+  } cases[] = {
+      {ChartAxis::Money, 50000, {-50000, 0, 1250000}, {"-50,000", "0", "1,250,000"}},
+      {ChartAxis::Money, 0.5, {0, 0.5, 0.1 + 0.2 + 0.7}, {"0.00", "0.50", "1.00"}},
+      {ChartAxis::Percent, 5, {0, 15}, {"0%", "15%"}},
+      {ChartAxis::Percent, 2.5, {-2.5, 0, 5}, {"-2.50%", "0.00%", "5.00%"}},
+      {ChartAxis::Percent, 0.025, {0.025, 0.05, 3 * 0.025}, {"0.025%", "0.050%", "0.075%"}},
+      {ChartAxis::Percent, 0.005, {0.005, 0.01}, {"0.005%", "0.010%"}},
+      {ChartAxis::Percent, kLeastTickStep, {0.0001, 0.0002}, {"0.0001%", "0.0002%"}},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::string> texts;
+    for (const double mark : c.marks) texts.push_back(tickText(c.axis, mark, c.step));
+    EXPECT_EQ(texts, c.texts) << c.step;
+  }
 }
 
 TEST(ChartData, LabelsAreThinnedWhenTheyWouldTouch) {

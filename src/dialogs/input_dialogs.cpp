@@ -2,6 +2,7 @@
 #include "dialogs/input_dialogs.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -30,9 +31,7 @@ Form makeForm(QDialog* dialog, const QString& prompt, const QString& allowed,
   box->setAccessibleName(prompt.simplified());
   label->setBuddy(box);
   const Form form{box, new QPushButton(acceptText, dialog), new QPushButton(cancelText, dialog)};
-  // Enter in the box moves on to the accepting button and does not press it.
-  form.accept->setAutoDefault(false);
-  form.cancel->setAutoDefault(false);
+  form.accept->setDefault(true);
 
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
@@ -51,16 +50,23 @@ PrinterHeaderInput::PrinterHeaderInput(Global& global, const QString& caption,
                                        const QString& prompt, QWidget* over)
     : CentredDialog(over), global_(global) {
   setObjectName("PrinterHeaderInput");
-  setWindowTitle(QString(caption).remove('&'));
+  setWindowTitle(caption);
   const Form form = makeForm(this, prompt, R"([^"\p{Cc}]*)", "Continue &Printout", "&Cancel");
   InFName_ = form.box;
   InFName_->setObjectName("InFName");
   form.accept->setObjectName("Acept");
   form.cancel->setObjectName("NAcept");
-  connect(InFName_, &QLineEdit::returnPressed, form.accept,
-          [button = form.accept] { button->setFocus(); });
+  Acept_ = form.accept;
   connect(form.accept, &QPushButton::clicked, this, &PrinterHeaderInput::Acept_Click);
   connect(form.cancel, &QPushButton::clicked, this, &PrinterHeaderInput::NAcept_Click);
+}
+
+void PrinterHeaderInput::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && InFName_->hasFocus())
+    Acept_->setFocus();
+  else
+    QDialog::keyPressEvent(event);
 }
 
 void PrinterHeaderInput::Acept_Click() {
@@ -84,7 +90,6 @@ FundCurValInput::FundCurValInput(const QString& prompt, QWidget* over) : Centred
   box_->setObjectName("FCVIn");
   form.accept->setObjectName("FCVAcept");
   form.cancel->setObjectName("FCVNAcept");
-  connect(box_, &QLineEdit::returnPressed, this, &FundCurValInput::FCVAcept_Click);
   connect(form.accept, &QPushButton::clicked, this, &FundCurValInput::FCVAcept_Click);
   connect(form.cancel, &QPushButton::clicked, this, &QDialog::reject);
 }

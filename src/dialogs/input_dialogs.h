@@ -7,12 +7,14 @@
 #include "dialogs/message_dialogs.h"
 
 class QLineEdit;
+class QPushButton;
 
 namespace mirelund {
 
 /// Asks for one line: the header of a printout, or the name of a new fund. The
 /// answer is left in Global::PrintHeader: the line, or "1" when cancelled. The
-/// double quote and line breaks enter by no way.
+/// double quote and line breaks enter by no way. Enter in the box moves on to the
+/// accepting button and does not press it.
 class PrinterHeaderInput : public CentredDialog {
   Q_OBJECT
 
@@ -21,12 +23,16 @@ class PrinterHeaderInput : public CentredDialog {
 
   void reject() override;
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
   void Acept_Click();
   void NAcept_Click();
 
   Global& global_;
   QLineEdit* InFName_;
+  QPushButton* Acept_;
 };
 
 /// Asks for a record number: digits only.

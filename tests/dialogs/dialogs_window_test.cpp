@@ -173,7 +173,7 @@ class DialogsWindowTest : public QObject {
           QTest::keyClick(line, Qt::Key_Return);
           QCOMPARE(QApplication::focusWidget()->objectName(), "Acept");
           QVERIFY(dialog->isVisible());
-          QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+          QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         });
     QCOMPARE(global_.PrintHeader, std::string("My funds"));
   }
@@ -183,7 +183,7 @@ class DialogsWindowTest : public QObject {
       inDialog(
           "PrinterHeaderInput", [&] { prompts_.askLine(&over_, "&Add Fund Name", "Name"); },
           [&](QWidget* dialog) {
-            QCOMPARE(dialog->windowTitle(), "Add Fund Name");
+            QCOMPARE(dialog->windowTitle(), "&Add Fund Name");
             QTest::keyClicks(dialog->findChild<QLineEdit*>("InFName"), "x");
             if (byKey)
               QTest::keyClick(dialog, Qt::Key_Escape);
@@ -192,6 +192,27 @@ class DialogsWindowTest : public QObject {
           });
       QCOMPARE(global_.PrintHeader, std::string("1"));
     }
+  }
+
+  void enterPressesTheButtonInFocus() {
+    global_.PrintHeader = "";
+    inDialog(
+        "PrinterHeaderInput", [&] { prompts_.askLine(&over_, "Input", "Name"); },
+        [&](QWidget* dialog) {
+          auto* cancel = dialog->findChild<QPushButton*>("NAcept");
+          cancel->setFocus(Qt::TabFocusReason);
+          QTest::keyClick(cancel, Qt::Key_Enter, Qt::KeypadModifier);
+        });
+    QCOMPARE(global_.PrintHeader, std::string("1"));
+    std::optional<int> number = 1;
+    inDialog(
+        "FundCurValInput", [&] { number = prompts_.askRecordNumber(&over_, "Number: "); },
+        [&](QWidget* dialog) {
+          auto* cancel = dialog->findChild<QPushButton*>("FCVNAcept");
+          cancel->setFocus(Qt::TabFocusReason);
+          QTest::keyClick(cancel, Qt::Key_Return);
+        });
+    QCOMPARE(number, std::nullopt);
   }
 
   void aRecordNumberIsDigits() {

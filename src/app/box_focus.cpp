@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/box_focus.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QEvent>
 #include <QTimer>
@@ -29,25 +30,39 @@ void BoxFocus::leave(QWidget* control) {
   if (auto* box = qobject_cast<FilteredEdit*>(control)) {
     const BoxLeft gone = box->leave();
     refused_ = gone.refused;
-    if (gone.message != 0) whenMouseIsUp([this, number = gone.message] { tell_(number); });
+    if (gone.message != 0) afterClick([this, number = gone.message] { tell_(number); });
   }
   emit left(control);
+  // Told by now, and no reason to stop whatever is pressed next.
+  if (waiting_.empty()) refused_ = false;
 }
 
 bool BoxFocus::leaveNow() {
+  clicking_ = true;
   if (inside_ != nullptr) leave(inside_);
-  const bool refused = std::exchange(refused_, false);
+  clicking_ = false;
+  const bool refused = refused_;
   runWaiting();
   return !refused;
 }
 
-void BoxFocus::whenMouseIsUp(std::function<void()> action) {
-  if (QGuiApplication::mouseButtons() == Qt::NoButton) {
+void BoxFocus::click(QAbstractButton* button) {
+  clicking_ = true;
+  button->setFocus(Qt::TabFocusReason);
+  clicking_ = false;
+  button->click();
+  runWaiting();
+}
+
+void BoxFocus::afterClick(std::function<void()> action) {
+  if (clicking_) {
+    waiting_.push_back(std::move(action));
+  } else if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+    if (waiting_.empty()) qApp->installEventFilter(this);
+    waiting_.push_back(std::move(action));
+  } else {
     action();
-    return;
   }
-  if (waiting_.empty()) qApp->installEventFilter(this);
-  waiting_.push_back(std::move(action));
 }
 
 bool BoxFocus::eventFilter(QObject* /*watched*/, QEvent* event) {
@@ -59,6 +74,7 @@ bool BoxFocus::eventFilter(QObject* /*watched*/, QEvent* event) {
 }
 
 void BoxFocus::runWaiting() {
+  refused_ = false;
   for (const auto& action : std::exchange(waiting_, {})) action();
 }
 

@@ -7,12 +7,14 @@
 #include <functional>
 #include <vector>
 
+class QAbstractButton;
+
 namespace mirelund {
 
 /// Enters and leaves the boxes of a window as the focus moves among its
 /// controls. Another window or a dialog that takes the focus for a while is no
-/// leave. What a leave has to tell is told at once or, where a mouse button is
-/// down, when it is let go: a dialog in between would swallow the click.
+/// leave. What a leave has to tell is told at once or, where a click is under way,
+/// when it is over: a dialog in between would swallow the click.
 class BoxFocus : public QObject {
   Q_OBJECT
 
@@ -21,12 +23,19 @@ class BoxFocus : public QObject {
   BoxFocus(QWidget* window, std::function<void(int)> tell);
 
   /// Leaves the focused control where it stands, for a handler that reads it now: a
-  /// mnemonic moves no focus. False when a value just typed was refused, which
-  /// has been told by then.
+  /// mnemonic moves no focus. False when this leave, or the one that the same
+  /// click caused, refused a value; that has been told by then.
   bool leaveNow();
 
-  /// Runs `action` now or, while a mouse button is down, when it is let go.
-  void whenMouseIsUp(std::function<void()> action);
+  /// Gives `button` the focus and clicks it, as one mouse click does.
+  void click(QAbstractButton* button);
+
+  /// Runs `action` now or, while a click is under way, when it is over.
+  void afterClick(std::function<void()> action);
+
+  /// The focus has moved to `now`. The toolkit reports it only while the window is
+  /// active; whoever moves it at another time says so.
+  void follow(QWidget* now);
 
  signals:
   /// A control of the window was left: a box (stored by then), a list, a button.
@@ -36,7 +45,6 @@ class BoxFocus : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void follow(QWidget* now);
   void leave(QWidget* control);
   void runWaiting();
 
@@ -44,7 +52,8 @@ class BoxFocus : public QObject {
   std::function<void(int)> tell_;
   QPointer<QWidget> inside_;
   std::vector<std::function<void()>> waiting_;
-  bool refused_ = false;
+  bool clicking_ = false;  ///< what a leave has to tell waits
+  bool refused_ = false;   ///< a refused value waits to be told
 };
 
 }  // namespace mirelund

@@ -104,6 +104,7 @@ QPushButton* CalculatorPage::addButton(QHBoxLayout* row, const char* prefix, con
                                        const char* caption) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(QString(prefix) + role);
+  button->setAutoDefault(true);  // Enter presses it, as the space bar does
   row->addWidget(button);
   return button;
 }
@@ -114,12 +115,10 @@ void CalculatorPage::enterPressedIn(const BoxEdit* box) {
   do {
     ++next;
   } while (next != rows_.end() && next->box->isReadOnly());
-  if (next != rows_.end()) {
+  if (next != rows_.end())
     next->box->setFocus(Qt::TabFocusReason);
-  } else {
-    calculate_->setFocus(Qt::TabFocusReason);
-    calculate_->click();
-  }
+  else
+    host_.click(calculate_);
 }
 
 }  // namespace mirelund

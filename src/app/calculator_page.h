@@ -37,8 +37,10 @@ class PageHost {
   /// Leaves the focused box, so that its value is stored; false when the value
   /// was refused, which the person has been told.
   virtual bool leaveFocused() = 0;
-  /// Runs `action` now or, while a mouse button is down, when it is let go.
-  virtual void whenMouseIsUp(std::function<void()> action) = 0;
+  /// Gives `button` the focus and clicks it, as one mouse click does.
+  virtual void click(QAbstractButton* button) = 0;
+  /// Runs `action` now or, while a click is under way, when it is over.
+  virtual void afterClick(std::function<void()> action) = 0;
   /// Shows a handler's report and message.
   virtual void show(const Outcome& outcome) = 0;
   /// Empties ReportLines(1) and the report box.

@@ -2,7 +2,6 @@
 #include "app/calculator_window.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
 #include <QTabBar>
 #include <QTabWidget>
@@ -69,6 +68,7 @@ QPushButton* PQInvest::addButton(const char* name, const QString& caption,
                                  void (PQInvest::*clicked)()) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
+  button->setAutoDefault(true);  // Enter presses it, as the space bar does
   connect(button, &QPushButton::clicked, this, clicked);
   return button;
 }
@@ -112,12 +112,19 @@ bool PQInvest::leaveFocused() {
   return boxFocus_->leaveNow();
 }
 
-void PQInvest::whenMouseIsUp(std::function<void()> action) {
-  boxFocus_->whenMouseIsUp(std::move(action));
+void PQInvest::click(QAbstractButton* button) {
+  boxFocus_->click(button);
+}
+
+void PQInvest::afterClick(std::function<void()> action) {
+  boxFocus_->afterClick(std::move(action));
 }
 
 void PQInvest::show(const Outcome& outcome) {
-  if (outcome.showResults) Results_->setPlainText(toQString(outcome.results));
+  if (outcome.showResults) {
+    Results_->setPlainText(toQString(outcome.results));
+    handedOver_ = global().ReportLines[1].empty();
+  }
   if (outcome.message != 0) prompts().tell(this, outcome.message);
 }
 
@@ -130,15 +137,8 @@ void PQInvest::print() {
   if (Results_->document()->isEmpty())
     prompts().tell(this, message::kCalculateBeforePrinting);
   else
-    PrintReport(global(), Results_->toPlainText(), parts_.printing, prompts(), this);
-}
-
-void PQInvest::keyPressEvent(QKeyEvent* event) {
-  auto* button = qobject_cast<QPushButton*>(focusWidget());
-  if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && button != nullptr)
-    button->click();
-  else
-    QWidget::keyPressEvent(event);
+    PrintReport(global(), handedOver_ ? Results_->toPlainText() : QString(), parts_.printing,
+                prompts(), this);
 }
 
 }  // namespace mirelund

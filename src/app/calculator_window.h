@@ -34,9 +34,6 @@ class PQInvest : public QWidget, private PageHost {
 
   explicit PQInvest(const Parts& parts);
 
- protected:
-  void keyPressEvent(QKeyEvent* event) override;
-
  private:
   void Form_Load();
   void SSTab1_Click(int page);
@@ -48,7 +45,8 @@ class PQInvest : public QWidget, private PageHost {
   Global& global() override { return parts_.global; }
   Prompts& prompts() override { return parts_.prompts; }
   bool leaveFocused() override;
-  void whenMouseIsUp(std::function<void()> action) override;
+  void click(QAbstractButton* button) override;
+  void afterClick(std::function<void()> action) override;
   void show(const Outcome& outcome) override;
   void emptyReport() override;
   void print() override;
@@ -62,6 +60,8 @@ class PQInvest : public QWidget, private PageHost {
   QTabWidget* SSTab1_;
   std::vector<CalculatorPage*> pages_;
   QPlainTextEdit* Results_;
+  /// The report is on screen alone: a run of ten has left ReportLines(1).
+  bool handedOver_ = false;
 };
 
 }  // namespace mirelund

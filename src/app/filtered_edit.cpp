@@ -12,20 +12,27 @@
 #include <QMimeData>
 #include <memory>
 
+#include "app/box_focus.h"
 #include "app/ui_text.h"
 
 namespace mirelund {
 
 namespace {
 
-// The character of a key that types one; 0 for navigation and shortcuts.
-bool typesText(const QKeyEvent& event) {
-  if (event.key() == Qt::Key_Backspace) return true;
-  const auto chords = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-  const auto held = event.modifiers() & chords;
-  // AltGr, which some systems report as Ctrl+Alt, types characters.
-  if (held != Qt::NoModifier && held != (Qt::ControlModifier | Qt::AltModifier)) return false;
-  return !event.text().isEmpty() && event.text().front().isPrint();
+// What a key does in a box: it types a character, edits or navigates, or is a chord
+// that belongs to the window and may type nothing.
+enum class KeyUse : std::uint8_t { Types, Edits, Window };
+
+KeyUse useOf(const QKeyEvent& event) {
+  const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+  const bool chord = (held & (Qt::AltModifier | Qt::MetaModifier)) != 0 &&
+                     // AltGr, which some systems report as Ctrl+Alt, types characters.
+                     held != (Qt::ControlModifier | Qt::AltModifier);
+  if (event.key() == Qt::Key_Backspace) return chord ? KeyUse::Edits : KeyUse::Types;
+  const bool printable =
+      !event.text().isEmpty() && event.text().front().category() != QChar::Other_Control;
+  if (!printable || held == Qt::ControlModifier) return KeyUse::Edits;
+  return chord ? KeyUse::Window : KeyUse::Types;
 }
 
 char asciiOf(const QKeyEvent& event) {
@@ -42,8 +49,10 @@ FilteredEdit::FilteredEdit(Global& global, KeyFilter filter, std::int16_t extraD
     : QLineEdit(parent), global_(global), filter_(filter), extraDecimals_(extraDecimals) {
   setFilter(filter, extraDecimals);
   setGreen(true);
-  // Cutting and undoing are edits too.
-  connect(this, &QLineEdit::textEdited, this, [this] { global_.BoxEdited = 1; });
+  // Cutting and undoing are edits too, and so is undoing all of them.
+  connect(this, &QLineEdit::textEdited, this, [this](const QString& now) {
+    global_.BoxEdited = now == untouched_ && !isUndoAvailable() ? 0 : 1;
+  });
 }
 
 void FilteredEdit::setFilter(KeyFilter filter, std::int16_t extraDecimals) {
@@ -63,13 +72,17 @@ void FilteredEdit::setGreen(bool green) {
 }
 
 void FilteredEdit::enter() {
+  untouched_ = text();
   selectAll();
   QGuiApplication::clipboard()->clear();
 }
 
 BoxLeft FilteredEdit::leave() {
   QGuiApplication::clipboard()->clear();
-  return {};
+  BoxLeft gone = store();
+  if (gone.changed) setText(toQString(gone.text));
+  untouched_ = text();
+  return gone;
 }
 
 KeyPressed FilteredEdit::press(std::string_view text, char character) {
@@ -94,7 +107,12 @@ void FilteredEdit::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (event->key() == Qt::Key_Delete) global_.BoxEdited = 1;
-  if (typesText(*event)) {
+  const KeyUse use = useOf(*event);
+  if (use == KeyUse::Window) {
+    event->ignore();
+    return;
+  }
+  if (use == KeyUse::Types) {
     const KeyPressed pressed = press(toStdString(text()), asciiOf(*event));
     if (pressed.emptyFirst) empty();
     if (!pressed.passed) {
@@ -143,6 +161,8 @@ void FilteredEdit::dropEvent(QDropEvent* event) {
   event->setDropAction(Qt::CopyAction);
   event->accept();
   setFocus(Qt::OtherFocusReason);
+  // What is dragged often comes from another window, which is the active one.
+  if (auto* focus = window()->findChild<BoxFocus*>()) focus->follow(this);
   insertAtOnce(event->mimeData()->text());
 }
 
@@ -153,7 +173,7 @@ void FilteredEdit::inputMethodEvent(QInputMethodEvent* event) {
 }
 
 void FilteredEdit::empty() {
-  clear();
+  setText({});  // for good: what stood there as shown could not be typed
   emit emptied();
 }
 
@@ -192,11 +212,8 @@ void BoxEdit::load() {
   if (rule_->store != BoxStore::None) setText(toQString(loadBox(global(), *rule_)));
 }
 
-BoxLeft BoxEdit::leave() {
-  FilteredEdit::leave();
-  BoxLeft gone = leaveBox(global(), *rule_, toStdString(text()));
-  if (gone.changed) setText(toQString(gone.text));
-  return gone;
+BoxLeft BoxEdit::store() {
+  return leaveBox(global(), *rule_, toStdString(text()));
 }
 
 }  // namespace mirelund

@@ -26,8 +26,9 @@ class FilteredEdit : public QLineEdit {
   /// Got-focus: the whole text is selected and the clipboard emptied.
   void enter();
 
-  /// Lost-focus. Returns what is to be told, if anything.
-  virtual BoxLeft leave();
+  /// Lost-focus: the value is stored and shown again. Returns what is to be told,
+  /// if anything.
+  BoxLeft leave();
 
   /// Green while it takes input, white while it shows a result.
   void setGreen(bool green);
@@ -39,6 +40,8 @@ class FilteredEdit : public QLineEdit {
 
  protected:
   Global& global() { return global_; }
+  /// Stores the box's text, wherever its owner keeps it.
+  virtual BoxLeft store() = 0;
   void setFilter(KeyFilter filter, std::int16_t extraDecimals);
 
   /// What a typed character does; by default the key filter decides.
@@ -62,6 +65,7 @@ class FilteredEdit : public QLineEdit {
   Global& global_;
   KeyFilter filter_;
   std::int16_t extraDecimals_;
+  QString untouched_;  ///< the text since the box was entered, before any edit
   bool selectOnClick_ = false;
 };
 
@@ -78,7 +82,8 @@ class BoxEdit : public FilteredEdit {
   /// Stores the rule's initial value and shows it.
   void load();
 
-  BoxLeft leave() override;
+ protected:
+  BoxLeft store() override;
 
  private:
   const BoxRule* rule_;

@@ -30,12 +30,19 @@ CapitalRequiredPage::CapitalRequiredPage(PageHost& host)
 
 void CapitalRequiredPage::load() {
   CRCapitalChoices_->button(0)->setChecked(true);
-  setOption(0, switchCapitalOption(global(), CapitalTarget::Capital));
+  choose(0);
+}
+
+void CapitalRequiredPage::choose(int option) {
+  option_ = option;
+  setOption(option, switchCapitalOption(global(), static_cast<CapitalTarget>(option)));
 }
 
 void CapitalRequiredPage::CRCapitalChoices_Click(int option) {
+  if (option == option_) return;
+  host().leaveFocused();
   host().emptyReport();
-  setOption(option, switchCapitalOption(global(), static_cast<CapitalTarget>(option)));
+  choose(option);
 }
 
 void CapitalRequiredPage::CRCalculate_Click() {

@@ -19,6 +19,9 @@ class CapitalRequiredPage : public CalculatorPage {
   void CRHelp_Click();
   void CRPrint_Click();
 
+  void choose(int option);
+
+  int option_ = 0;  ///< in force
   QButtonGroup* CRCapitalChoices_;
 };
 

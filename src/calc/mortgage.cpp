@@ -24,11 +24,6 @@ const CompoundingPeriodRow& rowOf(CompoundingPeriod period) {
   return kCompoundingPeriods.at(static_cast<std::size_t>(period));
 }
 
-// Whole counts of months or half months; the other schedules count days.
-bool countsDays(const PaymentFrequencyRow& frequency) {
-  return frequency.rateCount != RateCount::Whole;
-}
-
 // Years until `payment`, made `perYear` times a year at `rate` a time, has
 // repaid `principal`.
 double yearsToRepay(double payment, double principal, double rate, double perYear) {
@@ -147,7 +142,7 @@ Mortgage recalculate(Global& global, const MortgageChoices& choices, MortgageTex
                                            global.BiweeklyPerYear, global.WeeklyPerYear, choices});
   showSolved(global, mortgage, choices.solveFor, shown);
   if (mortgage.solved) {
-    if (countsDays(rowOf(choices.frequency)))
+    if (countsDays(choices.frequency))
       setColumn(shown.daysInYear, global.DaysInYear, "###.00", 6);
     else
       shown.daysInYear = "Normal";
@@ -238,8 +233,12 @@ MortgageTexts loadMortgage(Global& global) {
   return shown;
 }
 
+bool countsDays(PaymentFrequency frequency) {
+  return rowOf(frequency).rateCount != RateCount::Whole;
+}
+
 std::int16_t leaveDaysInYear(Global& global, PaymentFrequency frequency) {
-  if (!countsDays(rowOf(frequency)))
+  if (!countsDays(frequency))
     global.DaysOption = kDaysNotApplicable;
   else if (global.DaysOption == kDaysNotApplicable)
     global.DaysOption = 1;

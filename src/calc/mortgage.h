@@ -199,6 +199,9 @@ struct MortgageOutcome {
 /// initial texts. Nothing is calculated yet, the result labels are empty.
 MortgageTexts loadMortgage(Global& global);
 
+/// Whether the days in year matter: Monthly and Semimonthly count months.
+bool countsDays(PaymentFrequency frequency);
+
 /// Leaving MTFreqPmt or an MTIRFactor button: Monthly and Semimonthly turn the
 /// days off (6), another frequency turns them on again at 365; then DaysInYear,
 /// BiweeklyPerYear and WeeklyPerYear follow DaysOption. The button to select.

@@ -104,6 +104,11 @@ QGroupBox* MortgagePage::makeDaysInYear() {
   MTIRFactor_ = options.group;
   MTIRFactor_->button(kDaysNotApplicable)->hide();
   connect(MTIRFactor_, &QButtonGroup::idClicked, this, &MortgagePage::MTIRFactor_Click);
+  // At once, not when the list is left: what is off cannot be clicked or reached.
+  connect(MTFreqPmt_, &QComboBox::currentIndexChanged, this, [this] {
+    for (QAbstractButton* button : MTIRFactor_->buttons())
+      button->setEnabled(countsDays(choices().frequency));
+  });
   return options.frame;
 }
 
@@ -167,10 +172,7 @@ void MortgagePage::controlLeft(QWidget* control) {
 }
 
 void MortgagePage::MTFreqPmt_LostFocus() {
-  const std::int16_t days = leaveDaysInYear(global(), choices().frequency);
-  MTIRFactor_->button(days)->setChecked(true);
-  for (QAbstractButton* button : MTIRFactor_->buttons())
-    button->setEnabled(days != kDaysNotApplicable);
+  MTIRFactor_->button(leaveDaysInYear(global(), choices().frequency))->setChecked(true);
   RecalculateMortgage();
 }
 
@@ -179,12 +181,13 @@ void MortgagePage::MTIRFactor_Click(int element) {
 }
 
 void MortgagePage::RecalculateMortgage() {
-  if (calculating_) return;
+  if (quiet_) return;
   readBoxes();
   const MortgageOutcome outcome = recalculateMortgage(global(), choices(), shown_);
   showTexts();
-  host().whenMouseIsUp([this, outcome] {
-    if (!calculating_) tell(outcome);
+  host().afterClick([this, outcome] {
+    // The click may have turned to another page, where all of this is forgotten.
+    if (!quiet_ && isVisible()) tell(outcome);
   });
 }
 
@@ -192,13 +195,15 @@ void MortgagePage::tell(const MortgageOutcome& outcome) {
   host().show(outcome.outcome);
   if (outcome.platformMessage.empty()) return;
   host().prompts().warn(this, toQString(outcome.platformMessage));
+  quiet_ = true;
   box("MTInMthPayment")->setFocus(Qt::OtherFocusReason);
+  quiet_ = false;
 }
 
 void MortgagePage::MTCalculate_Click() {
-  calculating_ = true;
+  quiet_ = true;
   const bool accepted = host().leaveFocused();
-  calculating_ = false;
+  quiet_ = false;
   if (!accepted) return;
   readBoxes();
   const MortgageOutcome outcome = calculateMortgage(global(), choices(), shown_);

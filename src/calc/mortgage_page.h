@@ -43,8 +43,9 @@ class MortgagePage : public CalculatorPage {
   QButtonGroup* solveFor_;
   SolveFor chosen_ = SolveFor::Payment;
   MortgageTexts shown_;
-  /// Calculate recalculates by itself: what leaving a control would tell, it tells.
-  bool calculating_ = false;
+  /// Leaving a control tells nothing: Calculate recalculates and tells by itself,
+  /// and a failure that was just told moves the focus to the payment.
+  bool quiet_ = false;
 };
 
 }  // namespace mirelund

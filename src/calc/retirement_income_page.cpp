@@ -26,13 +26,20 @@ RetirementIncomePage::RetirementIncomePage(PageHost& host)
 
 void RetirementIncomePage::load() {
   RIWDrawalChoice_->button(0)->setChecked(true);
-  setOption(0, switchWithdrawalOption(global(), WithdrawalChoice::Percentage));
+  choose(0);
   CalculatorPage::load();
 }
 
-void RetirementIncomePage::RIWDrawalChoice_Click(int option) {
-  host().emptyReport();
+void RetirementIncomePage::choose(int option) {
+  option_ = option;
   setOption(option, switchWithdrawalOption(global(), static_cast<WithdrawalChoice>(option)));
+}
+
+void RetirementIncomePage::RIWDrawalChoice_Click(int option) {
+  if (option == option_) return;
+  host().leaveFocused();
+  host().emptyReport();
+  choose(option);
 }
 
 void RetirementIncomePage::RICalculate_Click() {

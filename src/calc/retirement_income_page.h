@@ -19,6 +19,9 @@ class RetirementIncomePage : public CalculatorPage {
   void RIHelp_Click();
   void RIPrint_Click();
 
+  void choose(int option);
+
+  int option_ = 0;  ///< in force
   QButtonGroup* RIWDrawalChoice_;
 };
 

@@ -80,6 +80,15 @@ double columnsThatFit(const QPrinter& printer, const QFont& font) {
          (QFontMetricsF(font, &printer).horizontalAdvance('0') * 72.0 / printer.logicalDpiX());
 }
 
+// The lines, those longer than `columns` in pieces.
+QStringList broken(const QStringList& lines, qsizetype columns) {
+  QStringList pieces;
+  for (const QString& line : lines)
+    for (qsizetype at = 0; at == 0 || at < line.size(); at += columns)
+      pieces << line.mid(at, columns);
+  return pieces;
+}
+
 void drawLines(QPrinter& printer, QPainter& painter, const QFont& font, const QStringList& lines) {
   painter.setFont(font);
   const QFontMetricsF metrics(font, &printer);
@@ -113,12 +122,12 @@ std::unique_ptr<QPrinter> SystemPrintTarget::open(QWidget* over, const QString& 
   return printer;
 }
 
-bool PrintReport(const Global& global, const QString& shown, PrintTarget& target, Prompts& prompts,
-                 QWidget* over) {
-  const std::string& report =
-      global.ReportLines[2].empty() ? global.ReportLines[1] : global.ReportLines[2];
-  const QStringList lines =
-      QStringList{"", ""} + linesOf(report.empty() ? shown : toQString(report));
+bool PrintReport(const Global& global, const QString& handedOver, PrintTarget& target,
+                 Prompts& prompts, QWidget* over) {
+  QString report = toQString(global.ReportLines[2]);
+  if (report.isEmpty()) report = handedOver;
+  if (report.isEmpty()) report = toQString(global.ReportLines[1]);
+  QStringList lines = QStringList{"", ""} + linesOf(report);
 
   const auto printer = target.open(over, "Mirelund report");
   if (printer == nullptr) return false;
@@ -131,6 +140,7 @@ bool PrintReport(const Global& global, const QString& shown, PrintTarget& target
                        [](const QString& a, const QString& b) { return a.size() < b.size(); });
   if (static_cast<double>(longest->size()) > columnsThatFit(*printer, font))
     printer->setPageOrientation(QPageLayout::Landscape);
+  lines = broken(lines, static_cast<qsizetype>(columnsThatFit(*printer, font)));
   return printChecked(*printer, prompts, over,
                       [&](QPainter& painter) { drawLines(*printer, painter, font, lines); });
 }

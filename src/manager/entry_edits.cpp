@@ -24,10 +24,10 @@ KeyPressed DateEdit::enterAtOnce(std::string_view /*text*/, std::string_view ent
   return {false, std::all_of(entering.begin(), entering.end(), enters)};
 }
 
-BoxLeft DateEdit::leave() {
-  BoxLeft gone = FilteredEdit::leave();
+BoxLeft DateEdit::store() {
   // What was typed here is no edit of the next box.
   global().BoxEdited = 0;
+  BoxLeft gone;
   gone.message = check_(toStdString(text()));
   gone.refused = gone.message != 0;
   return gone;
@@ -37,11 +37,8 @@ AmountEdit::AmountEdit(Global& global, std::function<BoxLeft(std::string_view)> 
                        QWidget* parent)
     : FilteredEdit(global, KeyFilter::Decimal, kEntryDecimals, parent), store_(std::move(store)) {}
 
-BoxLeft AmountEdit::leave() {
-  FilteredEdit::leave();
-  BoxLeft gone = store_(toStdString(text()));
-  if (gone.changed) setText(toQString(gone.text));
-  return gone;
+BoxLeft AmountEdit::store() {
+  return store_(toStdString(text()));
 }
 
 }  // namespace mirelund

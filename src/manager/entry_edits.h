@@ -16,9 +16,8 @@ class DateEdit : public FilteredEdit {
   /// `check` returns the message for a text that is not accepted, 0 else.
   DateEdit(Global& global, std::function<int(std::string_view)> check, QWidget* parent = nullptr);
 
-  BoxLeft leave() override;
-
  protected:
+  BoxLeft store() override;
   KeyPressed press(std::string_view text, char character) override;
   KeyPressed enterAtOnce(std::string_view text, std::string_view entering) override;
 
@@ -35,7 +34,8 @@ class AmountEdit : public FilteredEdit {
   AmountEdit(Global& global, std::function<BoxLeft(std::string_view)> store,
              QWidget* parent = nullptr);
 
-  BoxLeft leave() override;
+ protected:
+  BoxLeft store() override;
 
  private:
   std::function<BoxLeft(std::string_view)> store_;

@@ -202,7 +202,7 @@ void EntryPage::showRow() {
   for (const EntryBoxRule& rule : entryBoxes()) {
     FilteredEdit* box = edit(rule.box);
     const bool used = type != nullptr && type->need(rule.box) != Need::None;
-    if (!used || !correcting)
+    if (!correcting)
       box->clear();
     else
       box->setText(toQString(rule.box == EntryBox::Date ? manager().correctingDateText()

@@ -160,7 +160,10 @@ int Manager::leaveDateBox(std::string_view text) const {
 }
 
 BoxLeft Manager::leaveValueBox(EntryBox box, std::string_view text) {
-  return leaveAmountBox(global_, state_.entry.EntryValues[static_cast<std::size_t>(box)], text);
+  const auto slot = static_cast<std::size_t>(box);
+  BoxLeft left = leaveAmountBox(global_, state_.entry.EntryValues[slot], text);
+  if (left.changed || left.refused) state_.entry.outOfRange[slot] = left.refused;
+  return left;
 }
 
 std::string Manager::valueText(EntryBox box) const {
@@ -272,15 +275,16 @@ ReportShown Manager::showAllFunds() {
 // --- current value --------------------------------------------------------------
 
 std::string Manager::priceText(std::int16_t row) const {
-  const auto& price = prices_[static_cast<std::size_t>(row)];
+  const auto& price = prices_[static_cast<std::size_t>(row)].value;
   return price ? FormatNumber(*price, kEntryPattern) : std::string();
 }
 
 BoxLeft Manager::leavePriceBox(std::int16_t row, std::string_view text) {
-  auto& price = prices_[static_cast<std::size_t>(row)];
-  Currency value = price.value_or(Currency());
+  Price& price = prices_[static_cast<std::size_t>(row)];
+  Currency value;
   BoxLeft left = leaveAmountBox(global_, value, text);
-  if (left.changed && !left.refused) price = value;
+  if (left.changed) price.value = value;
+  if (left.changed || left.refused) price.outOfRange = left.refused;
   return left;
 }
 
@@ -290,7 +294,8 @@ Outcome Manager::calculateCurrentValue() {
   if (firstEmptyFund(database_) != 0) return refused(message::kEmptyFund);
   std::vector<Currency> prices;
   for (std::size_t row = 1; row <= database_.funds().size(); ++row) {
-    prices.push_back(prices_[row].value_or(Currency()));
+    if (prices_[row].outOfRange) return refused(message::kWrongEntry);
+    prices.push_back(prices_[row].value.value_or(Currency()));
     if (prices.back().isZero()) return refused(message::kMissingPrice);
   }
   try {

@@ -226,8 +226,12 @@ class Manager {
   ShortDateFormat format_;
   Database database_;
   ManagerState state_;
-  /// By fund row; nothing until a price was typed.
-  std::array<std::optional<Currency>, kMostFunds + 1> prices_;
+  struct Price {
+    std::optional<Currency> value;  ///< nothing until one was typed
+    bool outOfRange = false;        ///< the box shows a number beyond Currency
+  };
+  /// By fund row.
+  std::array<Price, kMostFunds + 1> prices_;
 };
 
 }  // namespace mirelund

@@ -42,7 +42,7 @@ class ManagerHost {
   virtual void showEntryPage() = 0;
   virtual void showChart() = 0;
   /// Prints a report, or tells that there is none.
-  virtual void print(const QString& report) = 0;
+  virtual void print(QString report) = 0;
   /// Leaves the manager, unless the person stays.
   virtual void leave() = 0;
 };

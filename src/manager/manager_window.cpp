@@ -189,12 +189,12 @@ void PQManagement::showChart() {
   parts_.showChart(this);
 }
 
-void PQManagement::print(const QString& report) {
-  const std::string text = toStdString(report);
+void PQManagement::print(QString report) {
+  const std::string text = toStdString(report.replace("\n", toQString(NewLine)));
   if (const int refused = Manager::checkPrint(text)) return tell(refused);
   if (!ask(question::kPrint, {})) return;
   prompts().askLine(this, kHeaderCaption, kHeaderPrompt);
-  if (manager_.preparePrint(text)) PrintReport(global(), report, parts_.printing, prompts(), this);
+  if (manager_.preparePrint(text)) PrintReport(global(), {}, parts_.printing, prompts(), this);
 }
 
 }  // namespace mirelund

@@ -55,7 +55,7 @@ class PQManagement : public QWidget, private ManagerHost {
   void showCounters() override;
   void showEntryPage() override;
   void showChart() override;
-  void print(const QString& report) override;
+  void print(QString report) override;
   void leave() override;
 
   void makePages();

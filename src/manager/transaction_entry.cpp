@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "manager/transaction_entry.h"
 
+#include <algorithm>
+
 #include "app/parse_number.h"
 #include "dialogs/messages.h"
 
@@ -30,7 +32,9 @@ bool meets(Currency value, Need need) {
 
 bool valuesMatch(const EntryRow& row) {
   for (const auto& [box, name, caption] : kBoxes)
-    if (box != EntryBox::Date && !meets(row.value(box), row.type->need(box))) return false;
+    if (box != EntryBox::Date && !row.isOutOfRange(box) &&
+        !meets(row.value(box), row.type->need(box)))
+      return false;
   return true;
 }
 
@@ -69,6 +73,7 @@ BoxLeft leaveAmountBox(Global& global, Currency& stored, std::string_view text) 
   } catch (const ArithmeticError&) {
     left.message = message::kWrongEntry;
     left.refused = true;
+    return left;
   }
   left.changed = true;
   left.text = FormatNumber(stored, kEntryPattern);
@@ -88,6 +93,7 @@ int checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFo
 }
 
 Record buildRecord(const EntryRow& row, std::int16_t fund, Date date) {
+  if (std::ranges::count(row.outOfRange, true) > 0) detail::throwOverflow();
   Record record;
   record.fund = Currency::whole(fund);
   record.type = row.type->code;
@@ -104,7 +110,8 @@ Record buildRecord(const EntryRow& row, std::int16_t fund, Date date) {
 EntryRow entryRow(const Record& record) {
   const Currency shares = record.shares < Currency() ? -record.shares : record.shares;
   return {transactionType(record.type),
-          {Currency(), record.price, shares, record.fees, record.dividend, Currency()}};
+          {Currency(), record.price, shares, record.fees, record.dividend, Currency()},
+          {}};
 }
 
 }  // namespace mirelund

@@ -38,13 +38,16 @@ std::optional<EntryBox> nextEntryBox(const TransactionType& type, EntryBox box);
 struct EntryRow {
   const TransactionType* type = nullptr;  ///< null: none chosen, the boxes are hidden
   std::array<Currency, 6> EntryValues{};  ///< 1 price, 2 shares, 3 fees, 4 cash dividend
+  /// Boxes that show a number beyond Currency, as typed: there is no value then.
+  std::array<bool, 6> outOfRange{};
 
   Currency value(EntryBox box) const { return EntryValues[static_cast<std::size_t>(box)]; }
+  bool isOutOfRange(EntryBox box) const { return outOfRange[static_cast<std::size_t>(box)]; }
 };
 
 /// Lost-focus of a value box: the text is stored only if it was typed into, and
-/// shown with kEntryPattern. A number out of range is refused with message 3, and
-/// the box shows the amount it had. Used by the price boxes too.
+/// shown with kEntryPattern. A number out of range is refused with message 3 and
+/// stands as typed. Used by the price boxes too.
 BoxLeft leaveAmountBox(Global& global, Currency& stored, std::string_view text);
 
 /// What is wrong with a row, in this order: no type (51), no date (31), not a
@@ -57,7 +60,7 @@ int checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFo
 /// typed positive and stored negative where they leave the holding. Book value by
 /// type: price x shares + fees (shares signed) for Bought and Sold, minus the
 /// dividend for Cash Dividend, the fees for Fee Cash, else 0. Throws
-/// ArithmeticError when the book value leaves the range.
+/// ArithmeticError when a value or the book value is out of range.
 Record buildRecord(const EntryRow& row, std::int16_t fund, Date date);
 
 /// The row that would build this record again: shares positive whatever the type.

@@ -222,6 +222,121 @@ class FilteredEditTest : public QObject {
     QCOMPARE(program.results(), "");
   }
 
+  void whatWasToldNoLongerStopsTheNextClick() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInCostofInvest", "9999999999999999999");
+    program.key(Qt::Key_Tab);
+    QCOMPARE(program.prompts.told, QList<int>{3});
+    // The button has the focus: nothing is left that could be refused.
+    program.find("CGCalculate")->setFocus(Qt::TabFocusReason);
+    program.key(Qt::Key_Space);
+    QVERIFY(program.results().contains(" 5   10,000.00    20,000.00  14.870%  100.00%"));
+    // Nor does a press that was taken back, or a click on another button.
+    program.type("CGInCostofInvest", "9999999999999999999");
+    QTest::mousePress(program.find("CGCalculate"), Qt::LeftButton);
+    QTest::mouseRelease(program.find("CGCalculate"), Qt::LeftButton, {}, QPoint(-50, -50));
+    QTRY_COMPARE(program.prompts.told, (QList<int>{3, 3}));
+    program.click("CGCalculate");
+    QCOMPARE(program.results().count("14.870%"), 2);
+    program.type("CGInCostofInvest", "9999999999999999999");
+    program.click("CGHelp");
+    QTRY_COMPARE(program.prompts.told, (QList<int>{3, 3, 3}));
+    program.click("CGCalculate");
+    QCOMPARE(program.results().count("14.870%"), 1);
+    QCOMPARE(program.prompts.told, (QList<int>{3, 3, 3}));
+  }
+
+  void aRefusalByEnterIsToldOnce() {
+    ProgramFixture program;
+    program.openCalculations(3);
+    program.click("RIWDrawalChoice_1");
+    program.type("RIInTimeInYrs", "9999999999999999999");
+    program.key(Qt::Key_Return);
+    QCOMPARE(program.prompts.told, QList<int>{3});
+    QCOMPARE(program.results(), "");
+    program.key(Qt::Key_Space);
+    QVERIFY(!program.results().isEmpty());
+  }
+
+  void chordsTypeNothing() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    for (const char* name : {"CGInCostofInvest", "CGInNumOfYrs", "CGInNameOfInvest"}) {
+      QLineEdit* edit = program.box(name);
+      const QString before = edit->text();
+      QTest::mouseClick(edit, Qt::LeftButton);
+      for (const auto held :
+           {Qt::KeyboardModifiers(Qt::AltModifier), Qt::MetaModifier | Qt::ControlModifier,
+            Qt::AltModifier | Qt::ShiftModifier, Qt::KeyboardModifiers(Qt::MetaModifier)})
+        for (const char c : {'5', 'k', '-', '.', '$'}) QTest::keyClick(edit, c, held);
+      QCOMPARE(edit->text(), before);
+      QCOMPARE(program.global.BoxEdited, 0);
+    }
+    // AltGr, where it is reported as Ctrl+Alt, types.
+    QTest::keyClick(program.box("CGInNameOfInvest"), '5', Qt::ControlModifier | Qt::AltModifier);
+    QCOMPARE(program.box("CGInNameOfInvest")->text(), "5");
+  }
+
+  void charactersWithoutAShapeDoNotPass() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInCostofInvest", "12");
+    // Zero-width non-joiner, soft hyphen, private use, beyond the first plane.
+    for (const QString& text : {QString(QChar(0x200C)), QString(QChar(0xAD)),
+                                QString(QChar(0xE000)), QString::fromUcs4(U"\U0001F600", 1)}) {
+      QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, text);
+      QApplication::sendEvent(program.box("CGInCostofInvest"), &press);
+      QCOMPARE(program.box("CGInCostofInvest")->text(), "12");
+    }
+  }
+
+  void undoingEverythingIsNoEdit() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    QLineEdit* edit = program.box("CGInCostofInvest");
+    // A key has emptied the box for good.
+    program.type("CGInCostofInvest", "5");
+    edit->undo();
+    edit->undo();
+    QCOMPARE(edit->text(), "");
+    program.key(Qt::Key_Tab);
+    QCOMPARE(edit->text(), "         $.00");
+    // A cut that is undone leaves the value as it was.
+    program.type("CGInCostofInvest", "700");
+    program.key(Qt::Key_Tab);
+    QTest::mouseClick(edit, Qt::LeftButton);
+    QTest::keyClick(edit, Qt::Key_X, Qt::ControlModifier);
+    QCOMPARE(edit->text(), "");
+    QTest::keyClick(edit, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(edit->text(), "      $700.00");
+    program.key(Qt::Key_Tab);
+    QCOMPARE(edit->text(), "      $700.00");
+    QCOMPARE(program.global.InputValues[1], Currency::whole(700));
+  }
+
+  void aDropFromTheActiveWindowOfAnotherProgramIsStored() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInCostofInvest", "700");
+    program.key(Qt::Key_Tab);
+    program.box("CGInCostofInvest")->setFocus(Qt::TabFocusReason);
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QMimeData dropped;
+    dropped.setText("500");
+    drop(program.box("CGInValueNow"), dropped);
+    other.close();
+    program.window("PQInvest")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(program.window("PQInvest")));
+    program.click("CGCalculate");
+    QCOMPARE(program.box("CGInCostofInvest")->text(), "      $700.00");
+    QCOMPARE(program.box("CGInValueNow")->text(), "      $500.00");
+    QVERIFY(program.results().contains(" 5      700.00       500.00"));
+  }
+
  private:
   static void drop(QLineEdit* edit, const QMimeData& data) {
     QDragEnterEvent over(edit->rect().center(), Qt::CopyAction, &data, Qt::LeftButton,

@@ -159,6 +159,51 @@ class CalculatorPagesTest : public QObject {
     QCOMPARE(program.prompts.told, (QList<int>{7, 4, 5}));
   }
 
+  void theOptionInForceIsNoChange() {
+    ProgramFixture program;
+    program.openCalculations(5);
+    program.type("CRInCapitalReq", "55555");
+    program.click("CRCalculate");
+    const QString report = program.results();
+    program.click("CRCapitalChoices_0");
+    QCOMPARE(program.results(), report);
+    QCOMPARE(program.box("CRInCapitalReq")->text(), "   $55,555.00");
+    program.choosePage(3);
+    program.type("RIInAnnIncWDrawnRate", "7");
+    program.click("RICalculate");
+    program.click("RIWDrawalChoice_0");
+    QVERIFY(!program.results().isEmpty());
+    QCOMPARE(program.box("RIInAnnIncWDrawnRate")->text(), "  7.00%");
+    // An option chosen without a move of the focus leaves the box first.
+    program.type("RIInCurrValue", "77777");
+    program.find<QRadioButton>("RIWDrawalChoice_1")->click();
+    QCOMPARE(program.box("RIInCurrValue")->text(), "   $77,777.00");
+    program.key(Qt::Key_Tab);
+    QCOMPARE(program.box("RIInCurrValue")->text(), "   $77,777.00");
+  }
+
+  void tenComparisonsArePrintedWhileTheyAreOnScreen() {
+    ProgramFixture program;
+    program.openCalculations(2);
+    program.click("IGResultsChoice_1");
+    for (int i = 1; i <= 10; ++i) program.click("IGCalculate");
+    const QStringList shown = program.results().split('\n');
+    const auto printed = [&program] {
+      program.click("IGPrint");
+      return program.printing.lines(6.59).filter("Frequency").size();
+    };
+    QCOMPARE(printed(), 10);
+    // An eleventh that fails leaves its heading behind, but not on the screen.
+    program.type("IGInYearsInvested", "0");
+    program.click("IGCalculate");
+    QCOMPARE(program.prompts.told, (QList<int>{8, 3}));
+    QCOMPARE(program.results().split('\n'), shown);
+    QCOMPARE(printed(), 10);
+    program.type("IGInYearsInvested", "5");
+    program.click("IGCalculate");
+    QCOMPARE(printed(), 2);
+  }
+
   void growthComparesTenTimes() {
     ProgramFixture program;
     program.openCalculations(2);
@@ -260,7 +305,7 @@ class CalculatorPagesTest : public QObject {
     QTest::addColumn<QString>("payment");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("way");
-    for (const char* way : {"tab", "mouse", "mnemonic"}) {
+    for (const char* way : {"tab", "mouse", "mnemonic", "enter", "another box"}) {
       QTest::addRow("small by %s", way)
           << "100"
           << "Payment is too small, repayment would take over 40 years." << way;
@@ -279,6 +324,8 @@ class CalculatorPagesTest : public QObject {
     program.type("MTInMthPayment", qPrintable(payment));
     if (way == "tab") program.key(Qt::Key_Tab);
     if (way == "mouse") program.click("MTCalculate");
+    if (way == "enter") program.key(Qt::Key_Return);
+    if (way == "another box") program.click("MTInRate");
     if (way == "mnemonic")
       QTest::keyClick(program.box("MTInMthPayment"), Qt::Key_C, Qt::AltModifier);
     QTRY_COMPARE(program.prompts.warned, QStringList{text});
@@ -290,6 +337,39 @@ class CalculatorPagesTest : public QObject {
     QCOMPARE(program.results(), "");
     QCOMPARE(program.global.ComparisonCount, 0);
     QCOMPARE(program.global.ChartCount, 0);
+  }
+
+  void aPageThatIsGoneTellsNothing() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.click("MTTermOpt");
+    program.type("MTInMthPayment", "1");
+    program.choosePage(2);
+    QTest::qWait(50);
+    QVERIFY(program.prompts.warned.isEmpty());
+    QVERIFY(QApplication::focusWidget()->isVisible());
+  }
+
+  void theDaysAreOnWhereTheFrequencyCountsThem() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    auto* days = program.find<QRadioButton>("MTIRFactor_3");
+    chooseItem("MTFreqPmt", -4);
+    QVERIFY(!days->isEnabled());
+    program.key(Qt::Key_Tab);
+    // At once, so that they can be clicked next.
+    chooseItem("MTFreqPmt", 2);
+    QVERIFY(days->isEnabled());
+    program.click("MTIRFactor_3");
+    QCOMPARE(program.global.DaysOption, 3);
+    program.click("MTCalculate");
+    QVERIFY(program.results().contains("Number of days in year used:          364.00"));
+    chooseItem("MTFreqPmt", -2);
+    program.key(Qt::Key_Tab);
+    program.choosePage(0);
+    program.choosePage(1);
+    QVERIFY(days->isEnabled());
+    QVERIFY(program.find<QRadioButton>("MTIRFactor_1")->isChecked());
   }
 
   void mortgagesAreComparedTenTimes() {

@@ -88,18 +88,32 @@ class ReportPrinterTest : public QObject {
     }
   }
 
-  void theManagersTextGoesFirstAndTheScreenLast() {
+  void theManagersTextGoesFirstThenWhatWasHandedOver() {
     Global global;
     FakePrompts prompts(global);
     PdfTarget target;
+    global.ReportLines[1] = "One\r\n";
+    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    QCOMPARE(target.lines(6.59), QStringList{"One"});
     QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
     QCOMPARE(target.lines(6.59), QStringList{"On screen"});
-    global.ReportLines[1] = "One\r\n";
-    QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
-    QCOMPARE(target.lines(6.59), QStringList{"One"});
     global.ReportLines[2] = "Two\r\n";
     QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
     QCOMPARE(target.lines(6.59), QStringList{"Two"});
+  }
+
+  void aLineThatFitsNoPageIsContinued() {
+    Global global;
+    FakePrompts prompts(global);
+    PdfTarget target;
+    global.ActiveWindow = 2;
+    global.ReportLines[2] = std::string(300, 'x') + "\r\nTwo\r\n";
+    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    const QStringList printed = target.lines(6.0);
+    QCOMPARE(printed.size(), 4);
+    QCOMPARE(printed.mid(0, 3).join(""), QString(300, 'x'));
+    QCOMPARE(printed.back(), "Two");
+    QVERIFY(isLandscape(target));
   }
 
   void whereThereIsNoPrinterAPdfIsOffered() {

@@ -218,7 +218,29 @@ class EntryPageTest : public QObject {
     program.type("EInPrice", "99999999999999999999");
     program.click("EInComm");
     QCOMPARE(program.takeTold(), QList<int>{3});
-    QCOMPARE(program.box("EInPrice")->text(), "5.0000");
+    QCOMPARE(program.box("EInPrice")->text(), "99999999999999999999");
+    program.type("EInDate", "1/2/2020");
+    program.type("EInNumShrs", "5");
+    program.type("EInComm", "1");
+    program.key(Qt::Key_Return);
+    QCOMPARE(program.takeTold(), QList<int>{3});
+    QCOMPARE(program.label("ENumRec"), "Records: 0");
+    QCOMPARE(program.box("EInPrice")->text(), "99999999999999999999");
+    program.type("EInPrice", "6");
+    program.click("EAddaRec");
+    QCOMPARE(program.takeTold(), QList<int>{});
+    QCOMPARE(program.label("ENumRec"), "Records: 1");
+  }
+
+  void aFundMayBeginWithAByteOrderMark() {
+    ManagerFixture program;
+    program.addFund("\uFEFFAlder");
+    program.choose("ETransType", kFeeCash);
+    program.type("EInDate", "1/2/2020");
+    program.type("EInComm", "5");
+    program.key(Qt::Key_Return);
+    QCOMPARE(program.takeTold(), QList<int>{});
+    QCOMPARE(program.label("ENumRec"), "Records: 1");
   }
 
   void choosingATypeOrAFundClearsTheRow() {
@@ -328,7 +350,7 @@ class EntryPageTest : public QObject {
       QVERIFY(!program.find(locked)->isEnabled());
     QStringList shown;
     for (const char* name : kBoxes) shown << program.box(name)->text();
-    QCOMPARE(shown, (QStringList{"3/4/2020", "12.0000", "40.0000", "9.9500", ""}));
+    QCOMPARE(shown, (QStringList{"3/4/2020", "12.0000", "40.0000", "9.9500", "0.0000"}));
     QCOMPARE(QApplication::focusWidget()->objectName(), "EInDate");
 
     program.type("EInPrice", "0");

@@ -190,9 +190,14 @@ TEST_F(ManagerTest, ARecordTooLargeIsRefusedBeforeAnythingIsStored) {
   EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"), 3);  // grand total
   EXPECT_EQ(manager.recordsText(), "Records: 1");
   EXPECT_EQ(manager.showAllFunds().message, 0);
-  // A value too large for its box never reaches the row.
+  // A value too large stands as typed, and no record is made of the row.
   ASSERT_EQ(manager.chooseType(0), 0);
+  type(EntryBox::Price, "1");
+  type(EntryBox::Shares, "1");
   EXPECT_EQ(type(EntryBox::Price, "9999999999999999").message, 3);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, 3);
+  type(EntryBox::Price, "2");
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, 0);
 }
 
 TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {

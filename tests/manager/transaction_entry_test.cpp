@@ -162,8 +162,9 @@ TEST(LeaveAmountBox, StoresOnlyWhatWasTyped) {
   const BoxLeft refused = leaveAmountBox(global, stored = money(5), "999999999999999999");
   EXPECT_EQ(refused.message, 3);
   EXPECT_TRUE(refused.refused);
-  EXPECT_EQ(refused.text, "5.0000");
+  EXPECT_FALSE(refused.changed) << "it stands as typed";
   EXPECT_EQ(stored, money(5));
+  EXPECT_EQ(global.BoxEdited, 0) << "and is told once";
 }
 
 TEST(EntryHelp, BeginsAndEndsAsRequiredAndShowsARowForEachType) {

@@ -78,6 +78,7 @@ Outcome calculateCompoundGain(Global& global, const CompoundGainTexts& texts) {
   }
   global.ChartCount = global.ComparisonCount;
   global.ChartKind = chart::kCompoundGain;
+  // "comparisions" is required: CompoundGain.FillsTheChart.
   global.ChartTitle = "Percentage gain/loss for comparisions ";
   return showComparisons(global);
 }

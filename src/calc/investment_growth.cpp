@@ -112,7 +112,7 @@ InvestmentGrowth investmentGrowth(const InvestmentGrowthInput& input) {
 Outcome calculateInvestmentGrowth(Global& global, const InvestmentGrowthTexts& texts) {
   global.BoxEdited = 0;
   // Required, and without effect: the manager holds no funds while the
-  // calculator window is in use.
+  // calculator window is in use (InvestmentGrowth.ForgetsTheFundCount).
   global.FundCount = 0;
   const bool complete = texts.results == GrowthResults::Complete;
   if (!complete) {
@@ -133,7 +133,7 @@ std::string investmentGrowthHelp() {
   // The rows are the page's inputs, from top to bottom.
   appendLine(help, "Example 1  Example 2   Example 3   Example 4");
   appendLine(help, "      .00   1,000.00         .00   30,000.00");
-  // "1.000.00" is the required text.
+  // "1.000.00" is required, as is "annnual" below (InvestmentGrowth.HelpKeepsItsTexts).
   appendLine(help, " 1,000.00        .00    1.000.00         .00");
   appendLine(help, " Annually   Annually    Annually    Annually");
   appendLine(help, "       20%        20%         20%        .00%");
@@ -156,7 +156,7 @@ std::string investmentGrowthHelp() {
   appendLine(help, "20% Interest/Growth Rate compounded annually.");
   appendLine(help);
   appendLine(help, "Example 4: Shows what the future purchasing");
-  appendLine(help, "value would be of ", dollar, "30,000.00 at a 5% annnual");  // spelled so
+  appendLine(help, "value would be of ", dollar, "30,000.00 at a 5% annnual");
   appendLine(help, "inflation Rate for 25 years.");
   appendLine(help);
   appendLine(help, "Any combination of entries can be used.");

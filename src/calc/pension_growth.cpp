@@ -88,7 +88,7 @@ PensionGrowth pensionGrowth(const PensionGrowthInput& input) {
 Outcome calculatePensionGrowth(Global& global, const PensionGrowthTexts& texts) {
   global.BoxEdited = 0;
   // Required, and without effect: the manager holds no funds while the
-  // calculator window is in use.
+  // calculator window is in use (PensionGrowth.ForgetsTheFundCount).
   global.FundCount = 0;
   try {
     const PensionGrowthInput input = inputOf(global);
@@ -110,12 +110,13 @@ Outcome calculatePensionGrowth(Global& global, const PensionGrowthTexts& texts) 
   }
 }
 
+// "have already have" is required: PensionGrowth.HelpKeepsItsTexts.
 std::string pensionGrowthHelp() {
   std::string help;
   appendLine(help, "To view the hidden Value column on the");
   appendLine(help, "right use the scroll bar.");
   appendLine(help);
-  appendLine(help, "If you have already have a plan, type the");  // spelled so
+  appendLine(help, "If you have already have a plan, type the");
   appendLine(help, "current balance. If none type 0.");
   appendLine(help);
   appendLine(help, "Type in your current annual salary.");

@@ -178,6 +178,7 @@ std::vector<ShownText> switchWithdrawalOption(Global& global, WithdrawalChoice c
   return shown;
 }
 
+// "neccessary" is required: RetirementIncome.HelpKeepsItsTexts.
 std::string retirementIncomeHelp(WithdrawalChoice choice) {
   const std::string dollar(MoneySymbol);
   std::string help;
@@ -203,7 +204,7 @@ std::string retirementIncomeHelp(WithdrawalChoice choice) {
     appendLine(help);
     appendLine(help, "Annual Income is defined as being made up");
     appendLine(help, "of Annual Interest/Growth and the sale of");
-    appendLine(help, "some investments if neccessary to give the");  // spelled so
+    appendLine(help, "some investments if neccessary to give the");
     appendLine(help, "Income you require.");
     return help;
   }
@@ -234,7 +235,7 @@ std::string retirementIncomeHelp(WithdrawalChoice choice) {
   appendLine(help, "Annual Amount of Cash Withdrawn is defined");
   appendLine(help, "as being made up of Annual Interest/Growth");
   appendLine(help, "and the sale of some of your investments");
-  appendLine(help, "if neccessary to give the Income you");  // spelled so
+  appendLine(help, "if neccessary to give the Income you");
   appendLine(help, "require.");
   return help;
 }

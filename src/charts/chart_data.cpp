@@ -82,7 +82,7 @@ constexpr ViewRow kViews[] = {
   {chart::kCompoundGain, ChartAxis::Percent, "Compound gain",
    "Annual percentage gain/loss comparisons", {}, kComparison,
    {{{"Annual gain or loss", firstTotal}, kNone}}},
-  // "comparision" is spelled so.
+  // "comparision" is required: ChartData.GrowthComparisons.
   {chart::kGrowthComparisons, ChartAxis::Money, "Investment growth",
    "Total growth values for each comparision", {}, kComparison,
    {{{"Final value", firstTotal}, kNone}}},

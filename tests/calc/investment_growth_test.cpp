@@ -247,6 +247,13 @@ TEST(InvestmentGrowth, FrequenciesStandInTheListsOrder) {
     EXPECT_EQ(static_cast<std::size_t>(kContributionFrequencies[i].frequency), i);
 }
 
+TEST(InvestmentGrowth, ForgetsTheFundCount) {
+  Global global;
+  global.FundCount = 3;
+  calculateInvestmentGrowth(global, {});
+  EXPECT_EQ(global.FundCount, 0);
+}
+
 TEST(InvestmentGrowth, HelpKeepsItsTexts) {
   const std::string help = investmentGrowthHelp();
   const auto lines = linesOf(help);

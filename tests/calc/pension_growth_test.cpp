@@ -169,6 +169,13 @@ TEST(PensionGrowth, EveryCalculationReplacesTheReport) {
   EXPECT_EQ(calculate(global, kThreeYears).results, first);
 }
 
+TEST(PensionGrowth, ForgetsTheFundCount) {
+  Global global;
+  global.FundCount = 3;
+  calculatePensionGrowth(global, {});
+  EXPECT_EQ(global.FundCount, 0);
+}
+
 TEST(PensionGrowth, HelpKeepsItsTexts) {
   const std::string help = pensionGrowthHelp();
   EXPECT_NE(help.find("If you have already have a plan, type the\r\n"), std::string::npos);

@@ -264,6 +264,13 @@ TEST(RetirementIncome, HelpShowsItsExamplesBesideThePagesLabels) {
   EXPECT_EQ(fixed.back(), "require.");
 }
 
+TEST(RetirementIncome, HelpKeepsItsTexts) {
+  EXPECT_NE(retirementIncomeHelp(Percentage).find("some investments if neccessary to give the\r\n"),
+            std::string::npos);
+  EXPECT_NE(retirementIncomeHelp(FixedAmount).find("if neccessary to give the Income you\r\n"),
+            std::string::npos);
+}
+
 RC_GTEST_PROP(RetirementIncome, AnyInputEndsInAReportOrAMessage, ()) {
   Global global;
   const bool fixed = *rc::gen::arbitrary<bool>();

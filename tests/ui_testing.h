@@ -18,6 +18,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <deque>
+#include <functional>
 #include <memory>
 
 #include "dialogs/prompts.h"
@@ -39,6 +40,7 @@ class FakePrompts : public Prompts {
   std::deque<int> numbers;    // no more numbers: cancelled
   std::deque<QString> paths;  // no more paths: cancelled
   QStringList initialPaths;
+  std::function<void()> whileWarned;  // what a dialog of its own would do meanwhile
   QList<QWidget*> over;
 
   void tell(QWidget* parent, int message) override {
@@ -48,6 +50,7 @@ class FakePrompts : public Prompts {
   void warn(QWidget* parent, const QString& text) override {
     over << parent;
     warned << text;
+    if (whileWarned) whileWarned();
   }
   bool ask(QWidget* parent, int question) override {
     over << parent;

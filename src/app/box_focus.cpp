@@ -30,7 +30,11 @@ void BoxFocus::leave(QWidget* control) {
   if (auto* box = qobject_cast<FilteredEdit*>(control)) {
     const BoxLeft gone = box->leave();
     refused_ = gone.refused;
-    if (gone.message != 0) afterClick([this, number = gone.message] { tell_(number); });
+    if (gone.message != 0)
+      afterClick([this, number = gone.message, where = QPointer<QWidget>(box)] {
+        // The click may have closed the window, or turned to another page.
+        if (where != nullptr && where->isVisible()) tell_(number);
+      });
   }
   emit left(control);
   // Told by now, and no reason to stop whatever is pressed next.
@@ -52,6 +56,11 @@ void BoxFocus::click(QAbstractButton* button) {
   clicking_ = false;
   button->click();
   runWaiting();
+}
+
+void BoxFocus::moveTo(QWidget* control) {
+  control->setFocus(Qt::OtherFocusReason);
+  if (window_->focusWidget() == control) follow(control);
 }
 
 void BoxFocus::afterClick(std::function<void()> action) {

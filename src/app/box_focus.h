@@ -33,9 +33,9 @@ class BoxFocus : public QObject {
   /// Runs `action` now or, while a click is under way, when it is over.
   void afterClick(std::function<void()> action);
 
-  /// The focus has moved to `now`. The toolkit reports it only while the window is
-  /// active; whoever moves it at another time says so.
-  void follow(QWidget* now);
+  /// Moves the focus. The toolkit reports that only while the window is active,
+  /// which it is not right after a dialog, or when something is dropped.
+  void moveTo(QWidget* control);
 
  signals:
   /// A control of the window was left: a box (stored by then), a list, a button.
@@ -45,6 +45,7 @@ class BoxFocus : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void follow(QWidget* now);
   void leave(QWidget* control);
   void runWaiting();
 

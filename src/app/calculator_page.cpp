@@ -24,12 +24,12 @@ CalculatorPage::CalculatorPage(PageHost& host, CalculatorPageIndex index)
 }
 
 void CalculatorPage::load() {
-  for (const Row& row : rows_) row.box->load();
+  for (BoxEdit* box : boxes_) box->load();
 }
 
 BoxEdit* CalculatorPage::box(std::string_view name) const {
-  for (const Row& row : rows_)
-    if (row.box->rule().name == name) return row.box;
+  for (BoxEdit* box : boxes_)
+    if (box->rule().name == name) return box;
   throw std::out_of_range("no such box on this page");
 }
 
@@ -38,7 +38,7 @@ std::string CalculatorPage::textOf(std::string_view name) const {
 }
 
 void CalculatorPage::setOption(int option, const std::vector<ShownText>& texts) {
-  for (const Row& row : rows_) row.box->setRule(boxRule(row.box->rule().name, option));
+  for (BoxEdit* box : boxes_) box->setRule(boxRule(box->rule().name, option));
   for (const ShownText& text : texts) {
     const QString name = toQString(text.control);
     if (auto* edit = findChild<BoxEdit*>(name))
@@ -69,7 +69,7 @@ void CalculatorPage::addBoxRow(QGridLayout* grid, std::string_view name) {
   QLabel* label = addRow(grid, toQString(rule.label), edit);
   label->setObjectName(rule.labelName.empty() ? edit->objectName() + "Label"
                                               : toQString(rule.labelName));
-  rows_.push_back({edit, label});
+  boxes_.push_back(edit);
   connect(edit, &FilteredEdit::enterPressed, this, [this, edit] { enterPressedIn(edit); });
 }
 
@@ -110,13 +110,12 @@ QPushButton* CalculatorPage::addButton(QHBoxLayout* row, const char* prefix, con
 }
 
 void CalculatorPage::enterPressedIn(const BoxEdit* box) {
-  auto next =
-      std::find_if(rows_.begin(), rows_.end(), [box](const Row& row) { return row.box == box; });
+  auto next = std::find(boxes_.begin(), boxes_.end(), box);
   do {
     ++next;
-  } while (next != rows_.end() && next->box->isReadOnly());
-  if (next != rows_.end())
-    next->box->setFocus(Qt::TabFocusReason);
+  } while (next != boxes_.end() && (*next)->isReadOnly());
+  if (next != boxes_.end())
+    (*next)->setFocus(Qt::TabFocusReason);
   else
     host_.click(calculate_);
 }

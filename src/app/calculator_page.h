@@ -39,13 +39,15 @@ class PageHost {
   virtual bool leaveFocused() = 0;
   /// Gives `button` the focus and clicks it, as one mouse click does.
   virtual void click(QAbstractButton* button) = 0;
+  /// Moves the focus, at once even where a dialog has just been closed.
+  virtual void moveFocusTo(QWidget* control) = 0;
   /// Runs `action` now or, while a click is under way, when it is over.
   virtual void afterClick(std::function<void()> action) = 0;
   /// Shows a handler's report and message.
   virtual void show(const Outcome& outcome) = 0;
   /// Empties ReportLines(1) and the report box.
   virtual void emptyReport() = 0;
-  /// Prints the report on screen, or tells that there is none.
+  /// Prints the report, or tells that none is on screen.
   virtual void print() = 0;
 };
 
@@ -110,18 +112,13 @@ class CalculatorPage : public QFrame {
   }
 
  private:
-  struct Row {
-    BoxEdit* box;
-    QLabel* label;
-  };
-
   QPushButton* addButton(QHBoxLayout* row, const char* prefix, const char* role,
                          const char* caption);
   void enterPressedIn(const BoxEdit* box);
 
   PageHost& host_;
   CalculatorPageIndex index_;
-  std::vector<Row> rows_;
+  std::vector<BoxEdit*> boxes_;
   QVBoxLayout* layout_;
   QPushButton* calculate_ = nullptr;
 };

@@ -116,6 +116,10 @@ void PQInvest::click(QAbstractButton* button) {
   boxFocus_->click(button);
 }
 
+void PQInvest::moveFocusTo(QWidget* control) {
+  boxFocus_->moveTo(control);
+}
+
 void PQInvest::afterClick(std::function<void()> action) {
   boxFocus_->afterClick(std::move(action));
 }

@@ -46,6 +46,7 @@ class PQInvest : public QWidget, private PageHost {
   Prompts& prompts() override { return parts_.prompts; }
   bool leaveFocused() override;
   void click(QAbstractButton* button) override;
+  void moveFocusTo(QWidget* control) override;
   void afterClick(std::function<void()> action) override;
   void show(const Outcome& outcome) override;
   void emptyReport() override;

@@ -71,7 +71,6 @@ class Currency {
   friend Currency operator*(Currency a, Currency b);
 
   constexpr Currency& operator+=(Currency other) { return *this = *this + other; }
-  constexpr Currency& operator-=(Currency other) { return *this = *this - other; }
 
  private:
   explicit constexpr Currency(std::int64_t units) : units_(units) {}

@@ -19,20 +19,14 @@ namespace mirelund {
 
 namespace {
 
-// What a key does in a box: it types a character, edits or navigates, or is a chord
-// that belongs to the window and may type nothing.
-enum class KeyUse : std::uint8_t { Types, Edits, Window };
-
-KeyUse useOf(const QKeyEvent& event) {
+// Whether a key types a character (Backspace is one): navigation does not, nor does
+// a chord, whatever its text.
+bool types(const QKeyEvent& event) {
   const auto held = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
-  const bool chord = (held & (Qt::AltModifier | Qt::MetaModifier)) != 0 &&
-                     // AltGr, which some systems report as Ctrl+Alt, types characters.
-                     held != (Qt::ControlModifier | Qt::AltModifier);
-  if (event.key() == Qt::Key_Backspace) return chord ? KeyUse::Edits : KeyUse::Types;
-  const bool printable =
-      !event.text().isEmpty() && event.text().front().category() != QChar::Other_Control;
-  if (!printable || held == Qt::ControlModifier) return KeyUse::Edits;
-  return chord ? KeyUse::Window : KeyUse::Types;
+  if (event.key() == Qt::Key_Backspace) return !(held & (Qt::AltModifier | Qt::MetaModifier));
+  // AltGr, which some systems report as Ctrl+Alt, types characters.
+  if (held != Qt::NoModifier && held != (Qt::ControlModifier | Qt::AltModifier)) return false;
+  return !event.text().isEmpty() && event.text().front().category() != QChar::Other_Control;
 }
 
 char asciiOf(const QKeyEvent& event) {
@@ -107,20 +101,19 @@ void FilteredEdit::keyPressEvent(QKeyEvent* event) {
     return;
   }
   if (event->key() == Qt::Key_Delete) global_.BoxEdited = 1;
-  const KeyUse use = useOf(*event);
-  if (use == KeyUse::Window) {
-    event->ignore();
+  if (!types(*event)) {
+    // Its meaning counts; its text is no input.
+    QKeyEvent bare(event->type(), event->key(), event->modifiers());
+    QLineEdit::keyPressEvent(&bare);
+    event->setAccepted(bare.isAccepted());
     return;
   }
-  if (use == KeyUse::Types) {
-    const KeyPressed pressed = press(toStdString(text()), asciiOf(*event));
-    if (pressed.emptyFirst) empty();
-    if (!pressed.passed) {
-      QApplication::beep();
-      return;
-    }
-  }
-  QLineEdit::keyPressEvent(event);
+  const KeyPressed pressed = press(toStdString(text()), asciiOf(*event));
+  if (pressed.emptyFirst) empty();
+  if (pressed.passed)
+    QLineEdit::keyPressEvent(event);
+  else
+    QApplication::beep();
 }
 
 void FilteredEdit::focusInEvent(QFocusEvent* event) {
@@ -160,10 +153,9 @@ void FilteredEdit::dropEvent(QDropEvent* event) {
   }
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  setFocus(Qt::OtherFocusReason);
-  // What is dragged often comes from another window, which is the active one.
-  if (auto* focus = window()->findChild<BoxFocus*>()) focus->follow(this);
-  insertAtOnce(event->mimeData()->text());
+  if (auto* focus = window()->findChild<BoxFocus*>()) focus->moveTo(this);
+  // What leaving another box told may have moved the focus on.
+  if (window()->focusWidget() == this) insertAtOnce(event->mimeData()->text());
 }
 
 void FilteredEdit::inputMethodEvent(QInputMethodEvent* event) {

@@ -105,7 +105,7 @@ struct Global {
   std::int16_t QuestionNumber = 0;
   MessageDetails Details;  ///< what messages and questions name
   std::int16_t FundCount = 0;
-  std::int32_t CalculationCount = 0;  ///< successful compound gain calculations
+  std::int32_t CalculationCount = 0;  ///< compound gain calculations of three numbers
 
   std::string BoxText;             ///< the box's text before the key being filtered
   std::int16_t ExtraDecimals = 0;  ///< one-shot: decimals for the next filtered digit

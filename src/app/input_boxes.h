@@ -70,7 +70,7 @@ KeyPressed enterText(Global& global, KeyFilter filter, std::int16_t extraDecimal
 /// Lost-focus: what the box shows afterwards.
 struct BoxLeft {
   int message = 0;       ///< message 5, or 3 for a number out of range
-  bool refused = false;  ///< nothing was stored; the box shows the value it had
+  bool refused = false;  ///< nothing was stored
   bool changed = false;  ///< `text` is to be shown
   std::string text;
 };

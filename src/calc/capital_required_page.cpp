@@ -34,12 +34,13 @@ void CapitalRequiredPage::load() {
 }
 
 void CapitalRequiredPage::choose(int option) {
-  option_ = option;
   setOption(option, switchCapitalOption(global(), static_cast<CapitalTarget>(option)));
 }
 
 void CapitalRequiredPage::CRCapitalChoices_Click(int option) {
-  if (option == option_) return;
+  // Not a change: it is in force.
+  if (global().CapitalOption == kCapitalTargets[static_cast<std::size_t>(option)].capitalOption)
+    return;
   host().leaveFocused();
   host().emptyReport();
   choose(option);

@@ -21,7 +21,6 @@ class CapitalRequiredPage : public CalculatorPage {
 
   void choose(int option);
 
-  int option_ = 0;  ///< in force
   QButtonGroup* CRCapitalChoices_;
 };
 

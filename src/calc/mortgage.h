@@ -67,7 +67,8 @@ inline constexpr std::array<PaymentFrequencyRow, 6> kPaymentFrequencies{{
 }};
 
 /// MTIRFactor, elements 0 to 5. The per-year counts are days / 14 and days / 7 as
-/// printed with eight decimals: constants, not computed.
+/// printed with eight decimals: constants, not computed. Until the list or a button
+/// is left, Global has the quotients themselves: required (Mortgage.LoadsThePage).
 struct DaysInYearRow {
   std::string_view caption;
   Currency days;

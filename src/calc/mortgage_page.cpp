@@ -185,9 +185,9 @@ void MortgagePage::RecalculateMortgage() {
   readBoxes();
   const MortgageOutcome outcome = recalculateMortgage(global(), choices(), shown_);
   showTexts();
-  host().afterClick([this, outcome] {
-    // The click may have turned to another page, where all of this is forgotten.
-    if (!quiet_ && isVisible()) tell(outcome);
+  host().afterClick([this, outcome, solveFor = chosen_] {
+    // The click may have chosen another unknown, or turned to another page.
+    if (!quiet_ && chosen_ == solveFor && isVisible()) tell(outcome);
   });
 }
 
@@ -196,7 +196,7 @@ void MortgagePage::tell(const MortgageOutcome& outcome) {
   if (outcome.platformMessage.empty()) return;
   host().prompts().warn(this, toQString(outcome.platformMessage));
   quiet_ = true;
-  box("MTInMthPayment")->setFocus(Qt::OtherFocusReason);
+  host().moveFocusTo(box("MTInMthPayment"));
   quiet_ = false;
 }
 

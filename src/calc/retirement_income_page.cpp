@@ -31,12 +31,14 @@ void RetirementIncomePage::load() {
 }
 
 void RetirementIncomePage::choose(int option) {
-  option_ = option;
   setOption(option, switchWithdrawalOption(global(), static_cast<WithdrawalChoice>(option)));
 }
 
 void RetirementIncomePage::RIWDrawalChoice_Click(int option) {
-  if (option == option_) return;
+  // Not a change: it is in force.
+  if (global().WithdrawalOption ==
+      kWithdrawalChoices[static_cast<std::size_t>(option)].withdrawalOption)
+    return;
   host().leaveFocused();
   host().emptyReport();
   choose(option);

@@ -21,7 +21,7 @@ class ValueTicker : public QCPAxisTicker {
 
  protected:
   double getTickStep(const QCPRange& range) override {
-    step_ = std::max(QCPAxisTicker::getTickStep(range), kLeastTickStep);
+    step_ = leastTickStep(QCPAxisTicker::getTickStep(range));
     return step_;
   }
   QString getTickLabel(double tick, const QLocale& /*locale*/, QChar /*format*/,

@@ -193,6 +193,11 @@ std::string pointText(const ChartView& view, std::size_t series, std::size_t cat
   return text + ": " + shown.texts.at(category);
 }
 
+double leastTickStep(double step) {
+  if (step < 0.0001) return 0.0001;
+  return step > 0.0002001 && step < 0.0005 ? 0.0005 : step;
+}
+
 std::string tickText(ChartAxis axis, double value, double step) {
   constexpr std::array<Pattern, 4> kMarks = {"####,,##0", "####,,##0.00", "####,,##0.000",
                                              "####,,##0.0000"};

@@ -23,7 +23,6 @@ enum class ManagerView : std::uint8_t { GainDollars, GainPercent, TotalValue };
 
 struct ManagerViewRow {
   ManagerView view;
-  std::string_view button;
   std::string_view title;
   std::size_t column;  ///< of ComparisonTotals
   ChartAxis axis;
@@ -31,12 +30,10 @@ struct ManagerViewRow {
 };
 
 inline constexpr std::array<ManagerViewRow, 3> kManagerViews{{
-    {ManagerView::GainDollars, "CVGainDollars", "Gain or Loss in dollars", 4, ChartAxis::Money,
-     "Gain or loss"},
-    {ManagerView::GainPercent, "CVGainPercent", "Gain or Loss in percent", 5, ChartAxis::Percent,
-     "Gain or loss"},
-    {ManagerView::TotalValue, "CVTotValue", "Current value of each company/fund", 3,
-     ChartAxis::Money, "Current value"},
+    {ManagerView::GainDollars, "Gain or Loss in dollars", 4, ChartAxis::Money, "Gain or loss"},
+    {ManagerView::GainPercent, "Gain or Loss in percent", 5, ChartAxis::Percent, "Gain or loss"},
+    {ManagerView::TotalValue, "Current value of each company/fund", 3, ChartAxis::Money,
+     "Current value"},
 }};
 
 /// One bar per category; all series of a view have as many.
@@ -78,8 +75,9 @@ std::string pointText(const ChartView& view, std::size_t series, std::size_t cat
 /// many decimals as the step asks for (four at most), "%" behind a percentage.
 std::string tickText(ChartAxis axis, double value, double step);
 
-/// The smallest step between marks: amounts have no more decimals.
-inline constexpr double kLeastTickStep = 0.0001;
+/// The least step from `step` (1, 2, 2.5 or 5 times a power of ten) upward whose
+/// marks need no more decimals than an amount has.
+double leastTickStep(double step);
 
 /// Every how many categories one is labelled (1, 2, 5, 10, 20, ...), so that
 /// labels `widest` wide do not touch where each category has `slot`.

@@ -25,7 +25,8 @@ class Prompts {
   virtual void askLine(QWidget* over, const QString& caption, const QString& prompt) = 0;
   /// Asks for a record number; nothing when cancelled.
   virtual std::optional<int> askRecordNumber(QWidget* over, const QString& prompt) = 0;
-  /// Asks for a file to open or to save to; empty when cancelled.
+  /// Asks for a file to open or to save to; empty when cancelled. A name to save to
+  /// gets the filter's ending where it has none, and is asked about if it exists.
   virtual QString askOpenPath(QWidget* over, const QString& title, const QString& initial,
                               const QString& filter) = 0;
   virtual QString askSavePath(QWidget* over, const QString& title, const QString& initial,

@@ -112,10 +112,9 @@ std::unique_ptr<QPrinter> SystemPrintTarget::open(QWidget* over, const QString& 
   printer->setDocName(suggestedName);
   // Without a printer the class is silently a PDF printer without a file name.
   if (QPrinterInfo::defaultPrinter().isNull() && QPrinterInfo::availablePrinterNames().isEmpty()) {
-    QString path = prompts_.askSavePath(over, "No printer found: save as PDF",
-                                        suggestedName + ".pdf", "PDF document (*.pdf)");
+    const QString path = prompts_.askSavePath(over, "No printer found: save as PDF",
+                                              suggestedName + ".pdf", "PDF document (*.pdf)");
     if (path.isEmpty()) return nullptr;
-    if (QFileInfo(path).suffix().isEmpty()) path += ".pdf";
     printer->setOutputFormat(QPrinter::PdfFormat);
     printer->setOutputFileName(path);
   }
@@ -140,7 +139,8 @@ bool PrintReport(const Global& global, const QString& handedOver, PrintTarget& t
                        [](const QString& a, const QString& b) { return a.size() < b.size(); });
   if (static_cast<double>(longest->size()) > columnsThatFit(*printer, font))
     printer->setPageOrientation(QPageLayout::Landscape);
-  lines = broken(lines, static_cast<qsizetype>(columnsThatFit(*printer, font)));
+  lines =
+      broken(lines, std::max<qsizetype>(1, static_cast<qsizetype>(columnsThatFit(*printer, font))));
   return printChecked(*printer, prompts, over,
                       [&](QPainter& painter) { drawLines(*printer, painter, font, lines); });
 }

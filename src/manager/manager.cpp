@@ -161,9 +161,8 @@ int Manager::leaveDateBox(std::string_view text) const {
 
 BoxLeft Manager::leaveValueBox(EntryBox box, std::string_view text) {
   const auto slot = static_cast<std::size_t>(box);
-  BoxLeft left = leaveAmountBox(global_, state_.entry.EntryValues[slot], text);
-  if (left.changed || left.refused) state_.entry.outOfRange[slot] = left.refused;
-  return left;
+  EntryRow& row = state_.entry;
+  return leaveAmountBox(global_, row.EntryValues[slot], row.outOfRange[slot], text);
 }
 
 std::string Manager::valueText(EntryBox box) const {
@@ -282,9 +281,8 @@ std::string Manager::priceText(std::int16_t row) const {
 BoxLeft Manager::leavePriceBox(std::int16_t row, std::string_view text) {
   Price& price = prices_[static_cast<std::size_t>(row)];
   Currency value;
-  BoxLeft left = leaveAmountBox(global_, value, text);
+  BoxLeft left = leaveAmountBox(global_, value, price.outOfRange, text);
   if (left.changed) price.value = value;
-  if (left.changed || left.refused) price.outOfRange = left.refused;
   return left;
 }
 

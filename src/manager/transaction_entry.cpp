@@ -64,13 +64,15 @@ std::optional<EntryBox> nextEntryBox(const TransactionType& type, EntryBox box) 
   return std::nullopt;
 }
 
-BoxLeft leaveAmountBox(Global& global, Currency& stored, std::string_view text) {
+BoxLeft leaveAmountBox(Global& global, Currency& stored, bool& outOfRange, std::string_view text) {
   BoxLeft left;
   if (global.BoxEdited != 1) return left;
   global.BoxEdited = 0;
   try {
     stored = ToCurrency(ParseNumber(text));
+    outOfRange = false;
   } catch (const ArithmeticError&) {
+    outOfRange = true;
     left.message = message::kWrongEntry;
     left.refused = true;
     return left;

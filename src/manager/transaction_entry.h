@@ -46,9 +46,9 @@ struct EntryRow {
 };
 
 /// Lost-focus of a value box: the text is stored only if it was typed into, and
-/// shown with kEntryPattern. A number out of range is refused with message 3 and
-/// stands as typed. Used by the price boxes too.
-BoxLeft leaveAmountBox(Global& global, Currency& stored, std::string_view text);
+/// shown with kEntryPattern. A number out of range is refused with message 3, marked,
+/// and stands as typed. Used by the price boxes too.
+BoxLeft leaveAmountBox(Global& global, Currency& stored, bool& outOfRange, std::string_view text);
 
 /// What is wrong with a row, in this order: no type (51), no date (31), not a
 /// date (30), values that the type does not allow (20, while correcting 29); 0

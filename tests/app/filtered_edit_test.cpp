@@ -247,6 +247,18 @@ class FilteredEditTest : public QObject {
     QCOMPARE(program.prompts.told, (QList<int>{3, 3, 3}));
   }
 
+  void whatWasTypedIsForgottenWithItsPage() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.type("CGInNumOfYrs", "50");
+    program.choosePage(5);
+    QTest::qWait(50);
+    program.type("CRInTimeInYrs", "50");
+    program.click("ExitProgram");
+    QTest::qWait(50);
+    QVERIFY(program.prompts.told.isEmpty());
+  }
+
   void aRefusalByEnterIsToldOnce() {
     ProgramFixture program;
     program.openCalculations(3);
@@ -272,6 +284,17 @@ class FilteredEditTest : public QObject {
         for (const char c : {'5', 'k', '-', '.', '$'}) QTest::keyClick(edit, c, held);
       QCOMPARE(edit->text(), before);
       QCOMPARE(program.global.BoxEdited, 0);
+    }
+    // A key of the keypad is no exception, nor is a character without a shape.
+    QLineEdit* cost = program.box("CGInCostofInvest");
+    QTest::mouseClick(cost, Qt::LeftButton);
+    for (const auto& [held, text] :
+         {std::pair(Qt::ControlModifier | Qt::KeypadModifier, QString("-")),
+          std::pair(Qt::ControlModifier | Qt::KeypadModifier, QString("5")),
+          std::pair(Qt::ControlModifier | Qt::ShiftModifier, QString(QChar(0x200C)))}) {
+      QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, held, text);
+      QApplication::sendEvent(cost, &press);
+      QCOMPARE(cost->text(), "   $10,000.00");
     }
     // AltGr, where it is reported as Ctrl+Alt, types.
     QTest::keyClick(program.box("CGInNameOfInvest"), '5', Qt::ControlModifier | Qt::AltModifier);

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The pages beside compound gain's: lists, options, the mortgage's automatic
 // calculation, and a report and a printout from each.
+#include <QDropEvent>
 #include <QLabel>
+#include <QMimeData>
 
 #include "app/input_boxes.h"
 #include "calc/capital_required.h"
@@ -337,6 +339,55 @@ class CalculatorPagesTest : public QObject {
     QCOMPARE(program.results(), "");
     QCOMPARE(program.global.ComparisonCount, 0);
     QCOMPARE(program.global.ChartCount, 0);
+  }
+
+  void aFailureIsToldOnceThoughItsDialogTakesTheFocus() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.prompts.whileWarned = [] {
+      QWidget dialog;
+      dialog.show();
+      dialog.activateWindow();
+      QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    };
+    program.click("MTTermOpt");
+    program.type("MTInMthPayment", "100");
+    program.key(Qt::Key_Backtab);
+    program.window("PQInvest")->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(program.window("PQInvest")));
+    QTest::qWait(50);
+    QCOMPARE(program.prompts.warned.size(), 1);
+    QCOMPARE(QApplication::focusWidget()->objectName(), "MTInMthPayment");
+  }
+
+  void aDropThatFailsTheMortgageIsToldOnce() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.click("MTTermOpt");
+    program.type("MTInMthPayment", "100");
+    QMimeData dropped;
+    dropped.setText("7");
+    QLineEdit* rate = program.box("MTInRate");
+    QDragEnterEvent over(rate->rect().center(), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QApplication::sendEvent(rate, &over);
+    QDropEvent drop(rate->rect().center(), Qt::CopyAction, &dropped, Qt::LeftButton, {});
+    QApplication::sendEvent(rate, &drop);
+    QCOMPARE(program.prompts.warned.size(), 1);
+    QCOMPARE(QApplication::focusWidget()->objectName(), "MTInMthPayment");
+    QTest::keyClicks(program.box("MTInMthPayment"), "900");
+    program.key(Qt::Key_Tab);
+    QCOMPARE(program.prompts.warned.size(), 1);
+    QCOMPARE(program.box("MTInRate")->text(), " 6.500%");
+  }
+
+  void anUnknownGivenUpTellsNothing() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.click("MTTermOpt");
+    program.type("MTInMthPayment", "100");
+    program.click("MTPaymentOpt");
+    QTest::qWait(50);
+    QVERIFY(program.prompts.warned.isEmpty());
   }
 
   void aPageThatIsGoneTellsNothing() {

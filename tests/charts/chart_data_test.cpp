@@ -243,13 +243,21 @@ TEST(ChartData, MarksOfTheValueAxis) {
       {ChartAxis::Percent, 2.5, {-2.5, 0, 5}, {"-2.50%", "0.00%", "5.00%"}},
       {ChartAxis::Percent, 0.025, {0.025, 0.05, 3 * 0.025}, {"0.025%", "0.050%", "0.075%"}},
       {ChartAxis::Percent, 0.005, {0.005, 0.01}, {"0.005%", "0.010%"}},
-      {ChartAxis::Percent, kLeastTickStep, {0.0001, 0.0002}, {"0.0001%", "0.0002%"}},
+      {ChartAxis::Percent, 0.0001, {0.0001, 0.0002}, {"0.0001%", "0.0002%"}},
   };
   for (const auto& c : cases) {
     std::vector<std::string> texts;
     for (const double mark : c.marks) texts.push_back(tickText(c.axis, mark, c.step));
     EXPECT_EQ(texts, c.texts) << c.step;
   }
+}
+
+TEST(ChartData, MarksAreNoCloserThanAmountsAre) {
+  EXPECT_EQ(leastTickStep(0.00005), 0.0001);
+  EXPECT_EQ(leastTickStep(0.0002), 0.0002);
+  EXPECT_EQ(leastTickStep(0.00025), 0.0005);
+  EXPECT_EQ(leastTickStep(0.0025), 0.0025);
+  EXPECT_EQ(leastTickStep(2.5), 2.5);
 }
 
 TEST(ChartData, LabelsAreThinnedWhenTheyWouldTouch) {

@@ -124,7 +124,7 @@ class ReportPrinterTest : public QObject {
     QVERIFY(target.open(nullptr, "Mirelund report") == nullptr);
     QCOMPARE(prompts.initialPaths, QStringList{"Mirelund report.pdf"});
     QTemporaryDir folder;
-    prompts.paths = {folder.filePath("mine")};
+    prompts.paths = {folder.filePath("mine.pdf")};
     global.ReportLines[1] = "One\r\n";
     QVERIFY(PrintReport(global, "", target, prompts, nullptr));
     QVERIFY(QFile::exists(folder.filePath("mine.pdf")));

@@ -148,20 +148,23 @@ TEST(NextEntryBox, FollowsTheTypesOwnBoxes) {
 TEST(LeaveAmountBox, StoresOnlyWhatWasTyped) {
   Global global;
   Currency stored = money(5);
-  EXPECT_FALSE(leaveAmountBox(global, stored, "7").changed);
+  bool outOfRange = false;
+  EXPECT_FALSE(leaveAmountBox(global, stored, outOfRange, "7").changed);
   EXPECT_EQ(stored, money(5));
   global.BoxEdited = 1;
-  const BoxLeft left = leaveAmountBox(global, stored, "1234.56789");
+  const BoxLeft left = leaveAmountBox(global, stored, outOfRange, "1234.56789");
   EXPECT_TRUE(left.changed);
   EXPECT_EQ(left.text, "1,234.5679");
   EXPECT_EQ(stored.tenThousandths(), 12345679);
   EXPECT_EQ(global.BoxEdited, 0);
   global.BoxEdited = 1;
-  EXPECT_EQ(leaveAmountBox(global, stored, "").text, "0.0000");
+  EXPECT_EQ(leaveAmountBox(global, stored, outOfRange, "").text, "0.0000");
   global.BoxEdited = 1;
-  const BoxLeft refused = leaveAmountBox(global, stored = money(5), "999999999999999999");
+  const BoxLeft refused =
+      leaveAmountBox(global, stored = money(5), outOfRange, "999999999999999999");
   EXPECT_EQ(refused.message, 3);
   EXPECT_TRUE(refused.refused);
+  EXPECT_TRUE(outOfRange);
   EXPECT_FALSE(refused.changed) << "it stands as typed";
   EXPECT_EQ(stored, money(5));
   EXPECT_EQ(global.BoxEdited, 0) << "and is told once";

@@ -150,7 +150,7 @@ void ManagerTour::makeADatabase() {
   heading("A database of one's own");
   click("CVExit");
   QTest::qWait(30);
-  click("StartStockMgmt");
+  openWindow("StartStockMgmt", "PQManagement");
   activate();
   shotManager("start");
   for (const char* name : {"Harbour Light & Power", "Meadow Balanced Fund"}) {
@@ -215,7 +215,7 @@ void ManagerTour::saveAndLeave() {
 
 void ManagerTour::run() {
   program_.start().show();
-  click("StartStockMgmt");
+  openWindow("StartStockMgmt", "PQManagement");
   activate();
   lookAtTheSample();
   valueTheSample();

@@ -85,7 +85,7 @@ void Tour::run() {
   heading("Start");
   program_.start().show();
   shot("PQStart", "start");
-  click("StartCalc");
+  openWindow("StartCalc", "PQInvest");
   for (int page = 0; page < 6; ++page) {
     tab(page);
     shot("PQInvest", QString("page-%1").arg(page));
@@ -112,8 +112,13 @@ void Tour::run() {
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // Dates are typed as month, day and year, wherever the tour plays.
+  qputenv("LC_ALL", "en_US.UTF-8");
   const QApplication application(argc, argv);
   QApplication::setApplicationDisplayName("Mirelund");
+  // A dialog that nobody expected would wait for an answer.
+  constexpr int kPatienceMs = 120'000;
+  QTimer::singleShot(kPatienceMs, qApp, [] { qFatal("the tour stands still"); });
   mirelund::useProgramFont();
   const QDir folder(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString("build/tour"));
   folder.mkpath(".");

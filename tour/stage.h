@@ -67,6 +67,11 @@ class Stage {
     qFatal("no control %s", name);
   }
 
+  // As large as it likes to be: the platform's screen is small.
+  void openWindow(const char* button, const char* name) {
+    click(button);
+    window(name)->resize(window(name)->sizeHint().expandedTo(window(name)->size()));
+  }
   void heading(const QString& text) { out() << "\n== " << text << " ==" << Qt::endl; }
   void click(const char* name) { QTest::mouseClick(find(name), Qt::LeftButton); }
   void type(const char* box, const char* keys) {

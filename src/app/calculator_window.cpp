@@ -3,6 +3,7 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -38,6 +39,7 @@ PQInvest::PQInvest(const Parts& parts)
     if (page->isAncestorOf(control)) page->controlLeft(control);
   });
   Form_Load();
+  resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
 QWidget* PQInvest::makeLeftSide() {
@@ -52,8 +54,9 @@ QWidget* PQInvest::makeLeftSide() {
     pages_.push_back(entry.make(*this).release());
     SSTab1_->addTab(pages_.back(), entry.caption);
   }
-  // No caption is scrolled out of sight.
-  SSTab1_->setMinimumWidth(SSTab1_->tabBar()->sizeHint().width() + 8);
+  // No caption is scrolled out of sight: without room they are cut.
+  SSTab1_->setUsesScrollButtons(false);
+  SSTab1_->setElideMode(Qt::ElideRight);
 
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(addButton("AllGraphs", "&Graph", &PQInvest::AllGraphs_Click));

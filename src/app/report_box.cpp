@@ -7,7 +7,7 @@
 namespace mirelund {
 
 ReportBox::ReportBox(const char* name, int columns, int lines, QWidget* parent)
-    : QPlainTextEdit(parent) {
+    : QPlainTextEdit(parent), columns_(columns), lines_(lines) {
   setObjectName(name);
   setAccessibleName("Results");
   setReadOnly(true);
@@ -20,11 +20,20 @@ ReportBox::ReportBox(const char* name, int columns, int lines, QWidget* parent)
   fixed.setStyleHint(QFont::TypeWriter);
   fixed.setFixedPitch(true);
   setFont(fixed);
-  const QFontMetricsF metrics(fixed);
+}
+
+QSize ReportBox::sizeOf(int columns, int lines) const {
+  const QFontMetricsF metrics(font());
   const int frame = 2 * (frameWidth() + static_cast<int>(document()->documentMargin())) +
                     style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  setMinimumWidth(static_cast<int>(metrics.horizontalAdvance('0') * (columns + 1)) + frame);
-  setMinimumHeight(static_cast<int>(metrics.lineSpacing() * lines) + frame);
+  return {static_cast<int>(metrics.horizontalAdvance('0') * (columns + 1)) + frame,
+          static_cast<int>(metrics.lineSpacing() * lines) + frame};
+}
+
+QSize ReportBox::minimumSizeHint() const {
+  constexpr int kLeastColumns = 24;
+  constexpr int kLeastLines = 6;
+  return sizeOf(kLeastColumns, kLeastLines);
 }
 
 }  // namespace mirelund

@@ -10,8 +10,18 @@ class ReportBox : public QPlainTextEdit {
   Q_OBJECT
 
  public:
-  /// At least `columns` characters wide and `lines` lines high.
+  /// Shows `columns` characters and `lines` lines where there is room; it scrolls
+  /// where there is less.
   ReportBox(const char* name, int columns, int lines, QWidget* parent = nullptr);
+
+  QSize sizeHint() const override { return sizeOf(columns_, lines_); }
+  QSize minimumSizeHint() const override;
+
+ private:
+  QSize sizeOf(int columns, int lines) const;
+
+  int columns_;
+  int lines_;
 };
 
 }  // namespace mirelund

@@ -3,6 +3,7 @@
 
 #include <QMouseEvent>
 #include <QToolTip>
+#include <QtMath>
 #include <algorithm>
 #include <cmath>
 
@@ -171,6 +172,11 @@ void BarChart::fitCategories() {
   constexpr double kLean = -35.0;  // upwards, so that a name ends below its bar
   constexpr int kNameColumns = 16;
   xAxis->setTickLabelRotation(lean ? kLean : 0.0);
+  // A name that would stick out to the left is not drawn.
+  const double longest = std::min(widest, metrics.averageCharWidth() * kNameColumns);
+  constexpr int kLeast = 15;
+  const int left = lean ? static_cast<int>(longest * std::cos(qDegreesToRadians(kLean))) : 0;
+  axisRect()->setMinimumMargins({std::max(kLeast, left), kLeast, kLeast, kLeast});
   QMap<double, QString> ticks;
   for (std::size_t c = 0; c < view_.categories.size(); ++c)
     if (lean || (c + 1) % step == 0)

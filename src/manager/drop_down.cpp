@@ -27,6 +27,13 @@ DropDown::DropDown(const char* name, const QString& initialText, QWidget* parent
   setPalette(colors);
 }
 
+void DropDown::focusInEvent(QFocusEvent* event) {
+  // The style shows where the focus is from the first Tab on; it is also moved here.
+  if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason)
+    window()->setAttribute(Qt::WA_KeyboardFocusChange);
+  QComboBox::focusInEvent(event);
+}
+
 void DropDown::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Return:

@@ -20,6 +20,7 @@ class DropDown : public QComboBox {
   void keyDown(int key);
 
  protected:
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 };

@@ -87,8 +87,7 @@ FilteredEdit* EntryPage::makeBox(const EntryBoxRule& rule) {
         this);
   }
   box->setObjectName(toQString(rule.name));
-  box->setFixedWidth(fontMetrics().horizontalAdvance('0') *
-                     (isDate ? kDateCharacters : kAmountCharacters));
+  setWidth(box, isDate ? kDateCharacters : kAmountCharacters);
   // The captions stay where they are while the boxes are hidden.
   QSizePolicy policy = box->sizePolicy();
   policy.setRetainSizeWhenHidden(true);

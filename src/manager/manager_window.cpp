@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QSessionManager>
 #include <QTabBar>
 #include <QTabWidget>
@@ -53,7 +54,7 @@ PQManagement::PQManagement(const Parts& parts)
       manager_(parts.global, parts.files),
       boxFocus_(new BoxFocus(this, [this](int message) { tell(message); })) {
   setObjectName("PQManagement");
-  setWindowTitle("Mirelund - Investment manager");
+  setWindowTitle("Investment manager");
   manager_.setDateFormat(shortDateFormat(QLocale::system()));
   manager_.load();
   auto* layout = new QVBoxLayout(this);
@@ -63,7 +64,8 @@ PQManagement::PQManagement(const Parts& parts)
   connect(qApp, &QGuiApplication::commitDataRequest, this, &PQManagement::endSession,
           Qt::DirectConnection);
   Form_Load();
-  resize(sizeHint() + QSize(0, kSpareLines * fontMetrics().lineSpacing()));
+  const QSize roomy = sizeHint() + QSize(0, kSpareLines * fontMetrics().lineSpacing());
+  resize(roomy.boundedTo(screen()->availableSize()));
 }
 
 void PQManagement::makePages() {

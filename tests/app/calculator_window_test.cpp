@@ -29,6 +29,24 @@ class CalculatorWindowTest : public QObject {
     QTRY_VERIFY(program.program.start().isVisible());
   }
 
+  void fitsASmallScreenAndGivesEveryColumnItsPlaceWhereThereIsRoom() {
+    ProgramFixture program;
+    program.click("StartCalc");
+    QWidget* window = program.window("PQInvest");
+    const QSize screen = window->screen()->availableSize();
+    QVERIFY(window->width() <= screen.width() && window->height() <= screen.height());
+    QVERIFY2(window->minimumSizeHint().width() <= 960,
+             qPrintable(QString::number(window->minimumSizeHint().width())));
+    window->resize(window->sizeHint());
+    QTest::qWait(20);
+    auto* results = program.find<QPlainTextEdit>("Results");
+    const double wanted = QFontMetricsF(results->font()).horizontalAdvance(QString(45, '0'));
+    QVERIFY(results->viewport()->width() >= wanted);
+    // Every caption is whole.
+    auto* bar = program.find<QTabWidget>("SSTab1")->tabBar();
+    QCOMPARE(bar->tabRect(bar->count() - 1).right(), bar->sizeHint().width() - 1);
+  }
+
   void startsOnInvestedGrowth() {
     ProgramFixture program;
     program.click("StartCalc");

@@ -2,8 +2,10 @@
 #include "charts/chart_window.h"
 
 #include <QTimer>
+#include <QtMath>
 
 #include "charts/bar_chart_widget.h"
+#include "charts/chart_kind.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -169,6 +171,29 @@ class ChartWindowTest : public QObject {
       QCOMPARE(chart->xAxis->labelColor(), QColor(Qt::white));
       QCOMPARE(chart->grab().toImage().pixelColor(5, 5), QColor(Qt::black));
     });
+  }
+
+  void theFirstOfManyLongNamesHasRoom() {
+    Global global;
+    FakePrompts prompts(global);
+    PdfTarget printing;
+    global.ChartKind = chart::kManager;
+    global.ChartCount = 18;
+    global.ComparisonTotals.redimension(32, 7);
+    for (int i = 0; i < 18; ++i)
+      global.ChartNames.push_back("A fund with quite a long name " + std::to_string(i));
+    PQGraph window(global, prompts, printing, nullptr);
+    window.setVisible(true);
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    auto* chart = window.findChild<BarChart*>("MSChart1");
+    chart->replot();
+    const auto ticks = qSharedPointerCast<QCPAxisTickerText>(chart->xAxis->ticker())->ticks();
+    QCOMPARE(ticks.size(), 18);
+    // It ends below its bar and leans to the left; what is cut off is not drawn.
+    const double length =
+        QFontMetricsF(chart->xAxis->tickLabelFont()).horizontalAdvance(ticks.first());
+    const double lean = qDegreesToRadians(chart->xAxis->tickLabelRotation());
+    QVERIFY(chart->xAxis->coordToPixel(1) >= length * std::cos(lean));
   }
 
   void anUnknownKindIsEmpty() {

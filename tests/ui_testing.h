@@ -5,7 +5,9 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -171,6 +173,15 @@ class ProgramFixture {
   static void type(const char* name, const char* keys) {
     QTest::mouseClick(box(name), Qt::LeftButton);
     QTest::keyClicks(box(name), keys);
+  }
+  static void drop(QLineEdit* box, const QString& text) {
+    QMimeData data;
+    data.setText(text);
+    const QPoint place = box->rect().center();
+    QDragEnterEvent over(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(box, &over);
+    QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(box, &event);
   }
   static void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);

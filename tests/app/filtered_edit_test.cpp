@@ -3,10 +3,8 @@
 
 #include <QAction>
 #include <QClipboard>
-#include <QDropEvent>
 #include <QInputMethodEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <QTimer>
 
 #include "ui_testing.h"
@@ -71,14 +69,11 @@ class FilteredEditTest : public QObject {
     QTest::keyClick(edit, Qt::Key_Insert, Qt::ShiftModifier);
     QCOMPARE(edit->text(), "31");
 
-    QMimeData dropped;
-    dropped.setText("-1");
     edit->clear();
-    drop(edit, dropped);
+    program.drop(edit, "-1");
     QCOMPARE(edit->text(), isName ? "-1" : "");
     edit->clear();
-    dropped.setText("27");
-    drop(edit, dropped);
+    program.drop(edit, "27");
     QCOMPARE(edit->text(), "27");
 
     edit->selectAll();
@@ -348,9 +343,7 @@ class FilteredEditTest : public QObject {
     other.show();
     other.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&other));
-    QMimeData dropped;
-    dropped.setText("500");
-    drop(program.box("CGInValueNow"), dropped);
+    program.drop(program.box("CGInValueNow"), "500");
     other.close();
     program.window("PQInvest")->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(program.window("PQInvest")));
@@ -361,13 +354,6 @@ class FilteredEditTest : public QObject {
   }
 
  private:
-  static void drop(QLineEdit* edit, const QMimeData& data) {
-    QDragEnterEvent over(edit->rect().center(), Qt::CopyAction, &data, Qt::LeftButton,
-                         Qt::NoModifier);
-    QApplication::sendEvent(edit, &over);
-    QDropEvent event(edit->rect().center(), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(edit, &event);
-  }
   static void compose(QLineEdit* edit, const QString& text) {
     QInputMethodEvent preedit(text, {});
     QApplication::sendEvent(edit, &preedit);

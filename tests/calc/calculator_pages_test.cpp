@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The pages beside compound gain's: lists, options, the mortgage's automatic
 // calculation, and a report and a printout from each.
-#include <QDropEvent>
 #include <QLabel>
-#include <QMimeData>
 
 #include "app/input_boxes.h"
 #include "calc/capital_required.h"
@@ -365,13 +363,7 @@ class CalculatorPagesTest : public QObject {
     program.openCalculations(1);
     program.click("MTTermOpt");
     program.type("MTInMthPayment", "100");
-    QMimeData dropped;
-    dropped.setText("7");
-    QLineEdit* rate = program.box("MTInRate");
-    QDragEnterEvent over(rate->rect().center(), Qt::CopyAction, &dropped, Qt::LeftButton, {});
-    QApplication::sendEvent(rate, &over);
-    QDropEvent drop(rate->rect().center(), Qt::CopyAction, &dropped, Qt::LeftButton, {});
-    QApplication::sendEvent(rate, &drop);
+    program.drop(program.box("MTInRate"), "7");
     QCOMPARE(program.prompts.warned.size(), 1);
     QCOMPARE(QApplication::focusWidget()->objectName(), "MTInMthPayment");
     QTest::keyClicks(program.box("MTInMthPayment"), "900");

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QClipboard>
-#include <QMimeData>
 
 #include "manager/short_date.h"
 #include "manager_testing.h"
@@ -174,13 +173,7 @@ class EntryPageTest : public QObject {
     for (const QString junk : {"12a", "1\n2", "1\t2", "\b", "1\"", "\u0661"}) {
       QGuiApplication::clipboard()->setText(junk);
       QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
-      QMimeData dropped;
-      dropped.setText(junk);
-      const QPoint place = box->rect().center();
-      QDragEnterEvent over(place, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-      QApplication::sendEvent(box, &over);
-      QDropEvent drop(place, Qt::CopyAction, &dropped, Qt::LeftButton, Qt::NoModifier);
-      QApplication::sendEvent(box, &drop);
+      program.drop(box, junk);
       QInputMethodEvent composed;
       composed.setCommitString(junk);
       QApplication::sendEvent(box, &composed);

@@ -58,6 +58,19 @@ void FilteredEdit::setFilter(KeyFilter filter, std::int16_t extraDecimals) {
   }
 }
 
+void FilteredEdit::setCharacters(int characters) {
+  constexpr int kLeast = 10;
+  const int digit = fontMetrics().horizontalAdvance('0');
+  wantedWidth_ = digit * characters;
+  setMinimumWidth(digit * kLeast);
+  setMaximumWidth(wantedWidth_);
+}
+
+QSize FilteredEdit::sizeHint() const {
+  const QSize hint = QLineEdit::sizeHint();
+  return wantedWidth_ > 0 ? QSize(wantedWidth_, hint.height()) : hint;
+}
+
 void FilteredEdit::setGreen(bool green) {
   QPalette colors = palette();
   colors.setColor(QPalette::Base, green ? kInputGreen : QColor(Qt::white));

@@ -30,6 +30,10 @@ class FilteredEdit : public QLineEdit {
   /// if anything.
   BoxLeft leave();
 
+  /// Asks for room for so many digits; where there is less, ten must do.
+  void setCharacters(int characters);
+  QSize sizeHint() const override;
+
   /// Green while it takes input, white while it shows a result.
   void setGreen(bool green);
 
@@ -67,6 +71,7 @@ class FilteredEdit : public QLineEdit {
   std::int16_t extraDecimals_;
   QString untouched_;  ///< the text since the box was entered, before any edit
   bool selectOnClick_ = false;
+  int wantedWidth_ = 0;
 };
 
 /// An input box of a calculator page, ruled by its row of the box table.

@@ -73,7 +73,7 @@ void CurrentValuePage::addPriceBox(QGridLayout* grid, std::int16_t fundRow) {
       [this, fundRow](std::string_view text) { return manager().leavePriceBox(fundRow, text); },
       prices_);
   box->setObjectName(QString("CVInPrice_%1").arg(fundRow));
-  setWidth(box, kPriceCharacters);
+  box->setCharacters(kPriceCharacters);
   box->setText(toQString(manager().priceText(fundRow)));
   connect(box, &FilteredEdit::enterPressed, this, [this, fundRow] { enterPressedIn(fundRow); });
   CVInPrice_.push_back(box);

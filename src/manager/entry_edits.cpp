@@ -10,13 +10,6 @@
 
 namespace mirelund {
 
-void setWidth(FilteredEdit* box, int characters) {
-  constexpr int kLeastCharacters = 10;
-  const int digit = box->fontMetrics().horizontalAdvance('0');
-  box->setMinimumWidth(digit * kLeastCharacters);
-  box->setMaximumWidth(digit * characters);
-}
-
 DateEdit::DateEdit(Global& global, std::function<int(std::string_view)> check, QWidget* parent)
     : FilteredEdit(global, KeyFilter::Any, 0, parent), check_(std::move(check)) {
   setInputMethodHints(Qt::ImhDate);

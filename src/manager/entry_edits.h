@@ -8,9 +8,6 @@
 
 namespace mirelund {
 
-/// Wide enough for `characters` digits where there is room, else for ten.
-void setWidth(FilteredEdit* box, int characters);
-
 /// Takes digits, "/", ".", "-" and blanks. The first key does not empty it.
 class DateEdit : public FilteredEdit {
   Q_OBJECT

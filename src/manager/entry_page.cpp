@@ -87,7 +87,7 @@ FilteredEdit* EntryPage::makeBox(const EntryBoxRule& rule) {
         this);
   }
   box->setObjectName(toQString(rule.name));
-  setWidth(box, isDate ? kDateCharacters : kAmountCharacters);
+  box->setCharacters(isDate ? kDateCharacters : kAmountCharacters);
   // The captions stay where they are while the boxes are hidden.
   QSizePolicy policy = box->sizePolicy();
   policy.setRetainSizeWhenHidden(true);

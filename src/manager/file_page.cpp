@@ -22,7 +22,9 @@ void FilePage::addTexts(const Look& look) {
   auto* explanation = new QLabel(look.explanation, this);
   explanation->setTextFormat(Qt::PlainText);
   explanation->setWordWrap(true);
-  explanation->setMaximumWidth(kTextCharacters * fontMetrics().averageCharWidth());
+  const int width = kTextCharacters * fontMetrics().averageCharWidth();
+  explanation->setMaximumWidth(width);
+  explanation->setMinimumHeight(explanation->heightForWidth(width));
   column()->addWidget(title);
   column()->addWidget(explanation);
 }

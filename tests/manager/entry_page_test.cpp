@@ -202,6 +202,20 @@ class EntryPageTest : public QObject {
     QCOMPARE(program.box("EInDate")->text(), "1/2/202");
   }
 
+  void aLongAmountIsSeenWholeWhereThereIsRoom() {
+    ManagerFixture program;
+    program.addFund("Alder");
+    program.choose("ETransType", kBought);
+    program.manager()->resize(1300, 600);
+    QTest::qWait(20);
+    const QLineEdit* box = program.box("EInPrice");
+    QCOMPARE(box->width(), 18 * box->fontMetrics().horizontalAdvance('0'));
+    program.manager()->resize(program.manager()->minimumSizeHint());
+    QTest::qWait(20);
+    QVERIFY(program.manager()->width() <= 960);
+    QVERIFY(box->width() >= 10 * box->fontMetrics().horizontalAdvance('0'));
+  }
+
   void anAmountOutOfRangeIsRefused() {
     ManagerFixture program;
     program.addFund("Alder");

@@ -33,7 +33,7 @@ template <typename Numbers>
 Global withInputs(const Numbers& values) {
   Global global;
   std::size_t slot = 0;
-  for (const double value : values) global.InputValues[++slot] = ToCurrency(value);
+  for (const double value : values) global.boxes.InputValues[++slot] = ToCurrency(value);
   return global;
 }
 
@@ -64,7 +64,7 @@ void compoundGainBench() {
   beside(
       "Compound gain, with chart data and a copy for the report box", kForInformation,
       [global = withInputs(std::array{2500.0, 4000.5, 7.0})]() mutable {
-        keep(calculateCompoundGain(global, texts));
+        keep(calculateCompoundGain(global.boxes, global.reports, global.chart, texts));
       },
       limit);
 }
@@ -72,10 +72,11 @@ void compoundGainBench() {
 void mortgageBench() {
   for (const PaymentFrequencyRow& frequency : kPaymentFrequencies) {
     Global global;
-    MortgageTexts texts = loadMortgage(global);
+    DaysInYearState days;
+    MortgageTexts texts = loadMortgage(global.boxes, days);
     MortgageChoices choices;
     choices.frequency = frequency.frequency;
-    leaveDaysInYear(global, frequency.frequency);
+    leaveDaysInYear(days, frequency.frequency);
     const MortgageInput input{100'000.0, 8.0, 25.0, 0.0, 26.07142857, 52.14285714, choices};
     const bool monthly = frequency.frequency == PaymentFrequency::Monthly;
     const auto limit = [monthly] {
@@ -92,11 +93,13 @@ void mortgageBench() {
     };
     const std::string name(frequency.text);
     beside(
-        "Mortgage recalculation, " + name, 2, [input] { keep(solveMortgage(hidden(input))); },
+        "Mortgage recalculation, " + name, 2.5, [input] { keep(solveMortgage(hidden(input))); },
         limit);
     beside(
         "Mortgage recalculation and its eight texts, " + name, 2.5,
-        [global, texts, choices]() mutable { keep(recalculateMortgage(global, choices, texts)); },
+        [boxes = global.boxes, days, texts, choices]() mutable {
+          keep(RecalculateMortgage(boxes, days, choices, texts));
+        },
         [limit, buffer = Buffer<256>()]() mutable {
           limit();
           buffer.restart();
@@ -120,7 +123,7 @@ void investmentGrowthBench() {
                                                  "  2.00%",
                                                  "40",
                                                  GrowthResults::Complete};
-        keep(calculateInvestmentGrowth(global, texts));
+        keep(calculateInvestmentGrowth(global.boxes, global.reports, global.chart, texts));
       },
       [buffer = Buffer<32'768>()]() mutable {
         const double growth = std::pow(hidden(1.08), 1.0 / 12.0) - 1.0;
@@ -150,7 +153,7 @@ void pensionGrowthBench() {
         static const PensionGrowthTexts texts{
             "    $5,000.00", "   $40,000.00", "  5.00%", "  5.00%",
             "  3.00%",       "  8.00%",       "  2.00%", "40"};
-        keep(calculatePensionGrowth(global, texts));
+        keep(calculatePensionGrowth(global.boxes, global.reports, global.chart, texts));
       },
       [buffer = Buffer<4096>()]() mutable {
         double value = hidden(5000.0);
@@ -181,7 +184,7 @@ void capitalRequiredBench() {
       "Capital required, 40 years", 2.5,
       [global = withInputs(std::array{100'000.0, 8.0, 40.0})]() mutable {
         static const CapitalRequiredTexts texts{"  $100,000.00", "  8.00%", "40"};
-        keep(calculateCapitalRequired(global, texts));
+        keep(calculateCapitalRequired(global.boxes, global.reports, global.chart, 0, texts));
       },
       [buffer = Buffer<4096>()]() mutable {
         const double i = hidden(0.08);
@@ -203,10 +206,10 @@ void capitalRequiredBench() {
 
 void retirementIncomeBench() {
   beside(
-      "Retirement income, percentage, 40 years", 2.5,
+      "Retirement income, percentage, 40 years", 3,
       [global = withInputs(std::array{100'000.0, 8.0, 6.0, 40.0})]() mutable {
         static const RetirementIncomeTexts texts{"  $100,000.00", "  8.00%", "  6.00%", "40"};
-        keep(calculateRetirementIncome(global, texts));
+        keep(calculateRetirementIncome(global.boxes, global.reports, global.chart, 0, texts));
       },
       [buffer = Buffer<4096>()]() mutable {
         double value = hidden(100'000.0);
@@ -225,14 +228,14 @@ void retirementIncomeBench() {
         buffer.done();
       });
 
-  Global fixed = withInputs(std::array{100'000.0, 10.0, 500.0, 1.0});
-  fixed.WithdrawalOption = kWithdrawalChoices[1].withdrawalOption;
+  const Global fixed = withInputs(std::array{100'000.0, 10.0, 500.0, 1.0});
   beside(
       "Retirement income, fixed amount, 40 years", 2.5,
       [global = fixed]() mutable {
         static const RetirementIncomeTexts texts{"  $100,000.00", " 10.00%", "      $500.00",
                                                  "  1.00%"};
-        keep(calculateRetirementIncome(global, texts));
+        keep(calculateRetirementIncome(global.boxes, global.reports, global.chart,
+                                       kWithdrawalChoices[1].withdrawalOption, texts));
       },
       [buffer = Buffer<4096>()]() mutable {
         double value = hidden(100'000.0);

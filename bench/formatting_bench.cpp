@@ -3,8 +3,8 @@
 #include <random>
 #include <vector>
 
-#include "app/formatting.h"
-#include "app/parse_number.h"
+#include "app/report_line.h"
+#include "base/parse_number.h"
 #include "beside.h"
 #include "registered.h"
 

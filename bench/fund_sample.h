@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "manager/fund_database.h"
+#include "manager/database/fund_database.h"
 
 namespace mirelund::bench {
 

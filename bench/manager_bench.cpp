@@ -9,8 +9,8 @@
 
 #include "beside.h"
 #include "fund_sample.h"
-#include "manager/data_file.h"
-#include "manager/fund_reports.h"
+#include "manager/database/data_file.h"
+#include "manager/reports/fund_reports.h"
 #include "registered.h"
 
 namespace mirelund::bench {

@@ -8,7 +8,7 @@
 #include <cstdio>
 
 #include "fund_sample.h"
-#include "manager/data_file.h"
+#include "manager/database/data_file.h"
 #include "ui_testing.h"
 
 namespace mirelund::bench {

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <string_view>
 
-#include "manager/data_file.h"
-#include "manager/file_store.h"
+#include "manager/database/data_file.h"
+#include "manager/database/file_store.h"
 #include "sample_database.h"
 
 int main(int count, char** words) {
@@ -13,8 +13,8 @@ int main(int count, char** words) {
     return 2;
   }
   const auto bytes = mirelund::writeDatabase(mirelund::sampleDatabase());
-  if (!mirelund::replaceFile(mirelund::systemFiles(), words[1], bytes)) {
-    std::perror(words[1]);
+  if (mirelund::systemFiles().replace(words[1], bytes) != mirelund::FileFailure::None) {
+    std::fprintf(stderr, "make_sample: cannot write %s\n", words[1]);
     return 1;
   }
   return 0;

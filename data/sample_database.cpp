@@ -125,15 +125,17 @@ class FundLife {
     const Currency smallest = Currency::fromTenThousandths(1);
     switch (plan.event) {
       case Buy:
-        return enter('B', date, price(year), Currency::whole(plan.amount), fees());
+        return trade('B', date, year, Currency::whole(plan.amount));
       case Sell:
-        return enter('S', date, price(year), Currency::whole(plan.amount), fees());
+        return trade('S', date, year, Currency::whole(plan.amount));
       case SellAll:
-        return enter('S', date, price(year), holding_, fees());
+        return trade('S', date, year, holding_);
       case CashDividend:
         return enter('C', date, {}, {}, {}, perShare(plan.amount + pick(9)));
-      case Reinvest:
-        return enter('D', date, price(year), part(plan.amount + pick(7)));
+      case Reinvest: {
+        const Currency shares = part(plan.amount + pick(7));
+        return enter('D', date, price(year), shares);
+      }
       case FeeCash:
         return enter('F', date, {}, {}, cents(plan.amount));
       case UnitFee:
@@ -148,6 +150,12 @@ class FundLife {
             holding_ - Currency::fromTenThousandths(holding_.tenThousandths() / plan.amount));
     }
     return {};
+  }
+
+  // One number is drawn in each statement: the order of two in one is the compiler's.
+  Record trade(char type, Date date, int year, Currency shares) {
+    const Currency fee = fees();
+    return enter(type, date, price(year), shares, fee);
   }
 
   // The cash for so many cents a share, to the cent.

@@ -2,7 +2,7 @@
 // The sample database that is shipped as DtaSampl.PQD.
 #pragma once
 
-#include "manager/fund_database.h"
+#include "manager/database/fund_database.h"
 
 namespace mirelund {
 

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "manager/data_file.h"
+#include "manager/database/data_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace mirelund;

@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
   useProgramFont();
 
   Global global;
-  DialogPrompts prompts(global);
+  DialogPrompts prompts(global.dialogs);
   SystemPrintTarget printing(prompts);
   Program program(prompts, printing, global);
   program.start().show();

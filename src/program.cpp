@@ -17,7 +17,8 @@ Program::Program(Prompts& prompts, PrintTarget& printing, Global& global)
           PQGraph(global, prompts, printing, over).exec();
         };
         return {[=, &global, &prompts, &printing] {
-                  return new PQInvest({global, prompts, printing, calculatorPages(), showChart});
+                  return new PQInvest(
+                      {global, prompts, printing, calculatorPages(), kStartPage, showChart});
                 },
                 [=, &global, &prompts, &printing] {
                   return new PQManagement({global, prompts, printing, showChart});

@@ -32,11 +32,9 @@ namespace mirelund::testing {
 /// Answers in the person's place and keeps what was told and asked.
 class FakePrompts : public Prompts {
  public:
-  explicit FakePrompts(Global& global) : global_(global) {}
-
-  QList<int> told;
+  QList<int> told;  // messages by number
   QStringList warned;
-  QList<int> asked;
+  QList<int> asked;           // questions by number
   std::deque<bool> answers;   // no more answers: no
   std::deque<QString> lines;  // no more lines: cancelled
   std::deque<int> numbers;    // no more numbers: cancelled
@@ -45,23 +43,25 @@ class FakePrompts : public Prompts {
   std::function<void()> whileWarned;  // what a dialog of its own would do meanwhile
   QList<QWidget*> over;
 
-  void tell(QWidget* parent, int message) override {
+  void tell(QWidget* parent, Message message) override {
     over << parent;
-    told << message;
+    told << static_cast<int>(message);
   }
   void warn(QWidget* parent, const QString& text) override {
     over << parent;
     warned << text;
     if (whileWarned) whileWarned();
   }
-  bool ask(QWidget* parent, int question) override {
+  bool ask(QWidget* parent, Question question) override {
     over << parent;
-    asked << question;
+    asked << static_cast<int>(question);
     return take(answers, false);
   }
-  void askLine(QWidget* parent, const QString& /*caption*/, const QString& /*prompt*/) override {
+  std::optional<QString> askLine(QWidget* parent, const QString& /*caption*/,
+                                 const QString& /*prompt*/) override {
     over << parent;
-    global_.PrintHeader = take(lines, QString("1")).toStdString();
+    const QString line = take(lines, QString("1"));
+    return line == "1" ? std::nullopt : std::optional(line);
   }
   std::optional<int> askRecordNumber(QWidget* parent, const QString& /*prompt*/) override {
     over << parent;
@@ -87,8 +87,6 @@ class FakePrompts : public Prompts {
     from.pop_front();
     return first;
   }
-
-  Global& global_;
 };
 
 /// Prints to a PDF file and reads the text back out of it.
@@ -133,7 +131,7 @@ class PdfTarget : public PrintTarget {
 /// A program on the offscreen platform whose controls are found by name.
 class ProgramFixture {
  public:
-  ProgramFixture() : prompts(global), program(prompts, printing, global) {
+  ProgramFixture() : program(prompts, printing, global) {
     program.start().show();
     QVERIFY(isActivated(&program.start()));
   }

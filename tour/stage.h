@@ -51,7 +51,7 @@ class Stage {
   explicit Stage(const QDir& folder)
       : folder_(folder),
         printing_(folder),
-        prompts_(global_),
+        prompts_(global_.dialogs),
         program_(prompts_, printing_, global_) {}
 
  protected:

@@ -11,7 +11,7 @@
 
 namespace mirelund {
 
-BoxFocus::BoxFocus(QWidget* window, std::function<void(int)> tell)
+BoxFocus::BoxFocus(QWidget* window, std::function<void(Message)> tell)
     : QObject(window), window_(window), tell_(std::move(tell)) {
   connect(qApp, &QApplication::focusChanged, this,
           [this](QWidget* /*old*/, QWidget* now) { follow(now); });
@@ -30,7 +30,7 @@ void BoxFocus::leave(QWidget* control) {
   if (auto* box = qobject_cast<FilteredEdit*>(control)) {
     const BoxLeft gone = box->leave();
     refused_ = gone.refused;
-    if (gone.message != 0)
+    if (gone.message != Message::None)
       afterClick([this, number = gone.message, where = QPointer<QWidget>(box)] {
         // The click may have closed the window, or turned to another page.
         if (where != nullptr && where->isVisible()) tell_(number);

@@ -7,6 +7,8 @@
 #include <functional>
 #include <vector>
 
+#include "dialogs/messages.h"
+
 class QAbstractButton;
 
 namespace mirelund {
@@ -19,8 +21,8 @@ class BoxFocus : public QObject {
   Q_OBJECT
 
  public:
-  /// `tell` shows a message by its number.
-  BoxFocus(QWidget* window, std::function<void(int)> tell);
+  /// `tell` shows a message.
+  BoxFocus(QWidget* window, std::function<void(Message)> tell);
 
   /// Leaves the focused control where it stands, for a handler that reads it now: a
   /// mnemonic moves no focus. False when this leave, or the one that the same
@@ -50,7 +52,7 @@ class BoxFocus : public QObject {
   void runWaiting();
 
   QWidget* window_;
-  std::function<void(int)> tell_;
+  std::function<void(Message)> tell_;
   QPointer<QWidget> inside_;
   std::vector<std::function<void()>> waiting_;
   bool clicking_ = false;  ///< what a leave has to tell waits

@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "app/filtered_edit.h"
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 
@@ -18,17 +18,15 @@ namespace {
 constexpr int kFreeColumn = 3;
 }  // namespace
 
-CalculatorPage::CalculatorPage(PageHost& host, CalculatorPageIndex index)
-    : host_(host), index_(index), layout_(new QVBoxLayout(this)) {
-  setObjectName(QString("FrameAll_%1").arg(static_cast<int>(index)));
-}
+CalculatorPage::CalculatorPage(PageHost& host, std::span<const BoxRule> boxes)
+    : host_(host), rules_(boxes), layout_(new QVBoxLayout(this)) {}
 
 void CalculatorPage::load() {
-  for (BoxEdit* box : boxes_) box->load();
+  for (BoxEdit* box : edits_) box->load();
 }
 
 BoxEdit* CalculatorPage::box(std::string_view name) const {
-  for (BoxEdit* box : boxes_)
+  for (BoxEdit* box : edits_)
     if (box->rule().name == name) return box;
   throw std::out_of_range("no such box on this page");
 }
@@ -38,7 +36,7 @@ std::string CalculatorPage::textOf(std::string_view name) const {
 }
 
 void CalculatorPage::setOption(int option, const std::vector<ShownText>& texts) {
-  for (BoxEdit* box : boxes_) box->setRule(boxRule(box->rule().name, option));
+  for (BoxEdit* box : edits_) box->setRule(boxRule(rules_, box->rule().name, option));
   for (const ShownText& text : texts) {
     const QString name = toQString(text.control);
     if (auto* edit = findChild<BoxEdit*>(name))
@@ -60,8 +58,8 @@ QLabel* CalculatorPage::addRow(QGridLayout* grid, const QString& label, QWidget*
 }
 
 void CalculatorPage::addBoxRow(QGridLayout* grid, std::string_view name) {
-  const BoxRule& rule = boxRule(name);
-  auto* edit = new BoxEdit(global(), rule, this);
+  const BoxRule& rule = boxRule(rules_, name);
+  auto* edit = new BoxEdit(boxes(), rule, this);
   // Wide enough for the longest text that its field can show.
   constexpr int kColumns = 16;
   edit->setFixedWidth(edit->fontMetrics().horizontalAdvance('0') *
@@ -69,13 +67,13 @@ void CalculatorPage::addBoxRow(QGridLayout* grid, std::string_view name) {
   QLabel* label = addRow(grid, toQString(rule.label), edit);
   label->setObjectName(rule.labelName.empty() ? edit->objectName() + "Label"
                                               : toQString(rule.labelName));
-  boxes_.push_back(edit);
+  edits_.push_back(edit);
   connect(edit, &FilteredEdit::enterPressed, this, [this, edit] { enterPressedIn(edit); });
 }
 
 void CalculatorPage::addAllBoxRows(QGridLayout* grid) {
-  for (const BoxRule& rule : boxRules())
-    if (rule.page == index_ && rule.option == 0) addBoxRow(grid, rule.name);
+  for (const BoxRule& rule : rules_)
+    if (rule.option == 0) addBoxRow(grid, rule.name);
 }
 
 QComboBox* CalculatorPage::addListRow(QGridLayout* grid, const char* name, const QString& label,
@@ -110,11 +108,11 @@ QPushButton* CalculatorPage::addButton(QHBoxLayout* row, const char* prefix, con
 }
 
 void CalculatorPage::enterPressedIn(const BoxEdit* box) {
-  auto next = std::find(boxes_.begin(), boxes_.end(), box);
+  auto next = std::find(edits_.begin(), edits_.end(), box);
   do {
     ++next;
-  } while (next != boxes_.end() && (*next)->isReadOnly());
-  if (next != boxes_.end())
+  } while (next != edits_.end() && (*next)->isReadOnly());
+  if (next != edits_.end())
     (*next)->setFocus(Qt::TabFocusReason);
   else
     host_.click(calculate_);

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -51,13 +52,14 @@ class PageHost {
   virtual void print() = 0;
 };
 
-/// A calculator's page: a frame with the boxes of the box table, their labels,
+/// A calculator's page: a frame with the boxes of its rows, their labels,
 /// and the buttons Calculate, Help and Print.
 class CalculatorPage : public QFrame {
   Q_OBJECT
 
  public:
-  CalculatorPage(PageHost& host, CalculatorPageIndex index);
+  /// `boxes` are the rows of the page's boxes, which outlive it.
+  CalculatorPage(PageHost& host, std::span<const BoxRule> boxes);
 
   /// Fills the page with its initial values.
   virtual void load();
@@ -68,7 +70,9 @@ class CalculatorPage : public QFrame {
 
  protected:
   PageHost& host() { return host_; }
-  Global& global() { return host_.global(); }
+  BoxState& boxes() { return host_.global().boxes; }
+  Reports& reports() { return host_.global().reports; }
+  ChartSelectors& chart() { return host_.global().chart; }
 
   BoxEdit* box(std::string_view name) const;
   std::string textOf(std::string_view name) const;
@@ -79,7 +83,7 @@ class CalculatorPage : public QFrame {
 
   /// The grid's next row: a label and the control it is the buddy of.
   static QLabel* addRow(QGridLayout* grid, const QString& label, QWidget* control);
-  /// The same for a box of the table.
+  /// The same for one of the page's boxes.
   void addBoxRow(QGridLayout* grid, std::string_view name);
   void addAllBoxRows(QGridLayout* grid);
   /// A drop-down list in the grid's next row.
@@ -117,14 +121,18 @@ class CalculatorPage : public QFrame {
   void enterPressedIn(const BoxEdit* box);
 
   PageHost& host_;
-  CalculatorPageIndex index_;
-  std::vector<BoxEdit*> boxes_;
+  std::span<const BoxRule> rules_;
+  std::vector<BoxEdit*> edits_;
   QVBoxLayout* layout_;
   QPushButton* calculate_ = nullptr;
 };
 
+/// Which page a page is; listed with the pages.
+enum class CalculatorPageIndex : std::int16_t;
+
 /// A page as the window's list has it.
 struct CalculatorPageEntry {
+  CalculatorPageIndex page;
   const char* caption;
   std::unique_ptr<CalculatorPage> (*make)(PageHost& host);
 };

@@ -9,25 +9,22 @@
 #include <QVBoxLayout>
 
 #include "app/box_focus.h"
-#include "app/how_to_use.h"
+#include "app/how_to_use_help.h"
 #include "app/report_box.h"
-#include "app/ui_text.h"
-#include "dialogs/messages.h"
+#include "base/ui_text.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
 
 namespace mirelund {
 
 namespace {
-constexpr std::int16_t kCalculatorWindow = 1;
-constexpr auto kStartPage = CalculatorPageIndex::InvestmentGrowth;
 constexpr int kReportColumns = 45;
 constexpr int kReportLines = 24;
 }  // namespace
 
 PQInvest::PQInvest(const Parts& parts)
     : parts_(parts),
-      boxFocus_(new BoxFocus(this, [this](int message) { prompts().tell(this, message); })) {
+      boxFocus_(new BoxFocus(this, [this](Message message) { prompts().tell(this, message); })) {
   setObjectName("PQInvest");
   setWindowTitle("Calculations");
   auto* layout = new QHBoxLayout(this);
@@ -52,6 +49,7 @@ QWidget* PQInvest::makeLeftSide() {
   layout->addWidget(SSTab1_, 1);
   for (const CalculatorPageEntry& entry : parts_.pages) {
     pages_.push_back(entry.make(*this).release());
+    pages_.back()->setObjectName(QString("FrameAll_%1").arg(static_cast<int>(entry.page)));
     SSTab1_->addTab(pages_.back(), entry.caption);
   }
   // No caption is scrolled out of sight: without room they are cut.
@@ -77,34 +75,34 @@ QPushButton* PQInvest::addButton(const char* name, const QString& caption,
 }
 
 void PQInvest::Form_Load() {
-  global().ActiveWindow = kCalculatorWindow;
+  global().dialogs.ActiveWindow = Window::Calculators;
   global().CurrentTab = 0;
-  SSTab1_->setCurrentIndex(static_cast<int>(kStartPage));
+  SSTab1_->setCurrentIndex(static_cast<int>(parts_.startPage));
   connect(SSTab1_, &QTabWidget::currentChanged, this, &PQInvest::SSTab1_Click);
-  SSTab1_Click(static_cast<int>(kStartPage));
+  SSTab1_Click(static_cast<int>(parts_.startPage));
 }
 
 void PQInvest::SSTab1_Click(int page) {
   Results_->clear();
-  resetCalculators(global());
+  resetCalculators(global().boxes, global().reports, global().chart);
   global().CurrentTab = static_cast<std::int16_t>(page);
   pages_[static_cast<std::size_t>(page)]->load();
 }
 
 void PQInvest::AllGraphs_Click() {
-  if (Results_->document()->isEmpty() || global().ChartCount == 0)
-    prompts().tell(this, message::kNothingToGraph);
+  if (Results_->document()->isEmpty() || global().chart.ChartCount == 0)
+    prompts().tell(this, Message::NothingToGraph);
   else
     parts_.showChart(this);
 }
 
 void PQInvest::HowToUse_Click() {
-  show(showHelp(global(), howToUse()));
+  show(showHelp(global().reports, howToUseHelp()));
 }
 
 void PQInvest::ClearResults_Click() {
   Results_->clear();
-  clearReports(global());
+  clearReports(global().reports);
 }
 
 void PQInvest::ExitProgram_Click() {
@@ -130,22 +128,22 @@ void PQInvest::afterClick(std::function<void()> action) {
 void PQInvest::show(const Outcome& outcome) {
   if (outcome.showResults) {
     Results_->setPlainText(toQString(outcome.results));
-    handedOver_ = global().ReportLines[1].empty();
+    handedOver_ = outcome.handedOver;
   }
-  if (outcome.message != 0) prompts().tell(this, outcome.message);
+  if (outcome.message != Message::None) prompts().tell(this, outcome.message);
 }
 
 void PQInvest::emptyReport() {
-  global().ReportLines[1].clear();
+  global().reports.ReportLines[1].clear();
   Results_->clear();
 }
 
 void PQInvest::print() {
   if (Results_->document()->isEmpty())
-    prompts().tell(this, message::kCalculateBeforePrinting);
+    prompts().tell(this, Message::CalculateBeforePrinting);
   else
-    PrintReport(global(), handedOver_ ? Results_->toPlainText() : QString(), parts_.printing,
-                prompts(), this);
+    PrintReport(handedOver_ ? Results_->toPlainText() : toQString(printedReport(global().reports)),
+                reportPoints(global().dialogs.ActiveWindow), parts_.printing, prompts(), this);
 }
 
 }  // namespace mirelund

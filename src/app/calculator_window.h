@@ -22,13 +22,14 @@ class PQInvest : public QWidget, private PageHost {
   Q_OBJECT
 
  public:
-  /// What the window is made with: the pages, in tab order, and the way out to
-  /// the person, the printer and the chart.
+  /// What the window is made with: the pages, in tab order, which of them it opens
+  /// with, and the way out to the person, the printer and the chart.
   struct Parts {
     Global& global;
     Prompts& prompts;
     PrintTarget& printing;
     std::span<const CalculatorPageEntry> pages;
+    CalculatorPageIndex startPage;
     std::function<void(QWidget* over)> showChart;
   };
 
@@ -61,7 +62,7 @@ class PQInvest : public QWidget, private PageHost {
   QTabWidget* SSTab1_;
   std::vector<CalculatorPage*> pages_;
   QPlainTextEdit* Results_;
-  /// The report is on screen alone: a run of ten has left ReportLines(1).
+  /// The report is on screen alone.
   bool handedOver_ = false;
 };
 

@@ -13,7 +13,7 @@
 #include <memory>
 
 #include "app/box_focus.h"
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 
@@ -38,14 +38,14 @@ char asciiOf(const QKeyEvent& event) {
 
 }  // namespace
 
-FilteredEdit::FilteredEdit(Global& global, KeyFilter filter, std::int16_t extraDecimals,
+FilteredEdit::FilteredEdit(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
                            QWidget* parent)
-    : QLineEdit(parent), global_(global), filter_(filter), extraDecimals_(extraDecimals) {
+    : QLineEdit(parent), boxes_(boxes), filter_(filter), extraDecimals_(extraDecimals) {
   setFilter(filter, extraDecimals);
   setGreen(true);
   // Cutting and undoing are edits too, and so is undoing all of them.
   connect(this, &QLineEdit::textEdited, this, [this](const QString& now) {
-    global_.BoxEdited = now == untouched_ && !isUndoAvailable() ? 0 : 1;
+    boxes_.BoxEdited = now == untouched_ && !isUndoAvailable() ? 0 : 1;
   });
 }
 
@@ -93,11 +93,11 @@ BoxLeft FilteredEdit::leave() {
 }
 
 KeyPressed FilteredEdit::press(std::string_view text, char character) {
-  return pressKey(global_, filter_, extraDecimals_, text, character);
+  return pressKey(boxes_, filter_, extraDecimals_, text, character);
 }
 
 KeyPressed FilteredEdit::enterAtOnce(std::string_view text, std::string_view entering) {
-  return enterText(global_, filter_, extraDecimals_, text, entering);
+  return enterText(boxes_, filter_, extraDecimals_, text, entering);
 }
 
 void FilteredEdit::keyPressEvent(QKeyEvent* event) {
@@ -113,7 +113,7 @@ void FilteredEdit::keyPressEvent(QKeyEvent* event) {
     pasteFrom(QClipboard::Clipboard);
     return;
   }
-  if (event->key() == Qt::Key_Delete) global_.BoxEdited = 1;
+  if (event->key() == Qt::Key_Delete) boxes_.BoxEdited = 1;
   if (!types(*event)) {
     // Its meaning counts; its text is no input.
     QKeyEvent bare(event->type(), event->key(), event->modifiers());
@@ -201,8 +201,8 @@ void FilteredEdit::insertAtOnce(QString entering) {
   insert(entering);
 }
 
-BoxEdit::BoxEdit(Global& global, const BoxRule& rule, QWidget* parent)
-    : FilteredEdit(global, rule.filter, rule.extraDecimals, parent), rule_(&rule) {
+BoxEdit::BoxEdit(BoxState& boxes, const BoxRule& rule, QWidget* parent)
+    : FilteredEdit(boxes, rule.filter, rule.extraDecimals, parent), rule_(&rule) {
   setObjectName(toQString(rule.name));
   setAccessibleName(toQString(rule.label));
 }
@@ -214,11 +214,11 @@ void BoxEdit::setRule(const BoxRule& rule) {
 }
 
 void BoxEdit::load() {
-  if (rule_->store != BoxStore::None) setText(toQString(loadBox(global(), *rule_)));
+  if (rule_->store != BoxStore::None) setText(toQString(loadBox(boxes(), *rule_)));
 }
 
 BoxLeft BoxEdit::store() {
-  return leaveBox(global(), *rule_, toStdString(text()));
+  return leaveBox(boxes(), *rule_, toStdString(text()));
 }
 
 }  // namespace mirelund

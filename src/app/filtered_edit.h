@@ -20,7 +20,7 @@ class FilteredEdit : public QLineEdit {
   Q_OBJECT
 
  public:
-  FilteredEdit(Global& global, KeyFilter filter, std::int16_t extraDecimals,
+  FilteredEdit(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
                QWidget* parent = nullptr);
 
   /// Got-focus: the whole text is selected and the clipboard emptied.
@@ -43,7 +43,7 @@ class FilteredEdit : public QLineEdit {
   void emptied();
 
  protected:
-  Global& global() { return global_; }
+  BoxState& boxes() { return boxes_; }
   /// Stores the box's text, wherever its owner keeps it.
   virtual BoxLeft store() = 0;
   void setFilter(KeyFilter filter, std::int16_t extraDecimals);
@@ -66,7 +66,7 @@ class FilteredEdit : public QLineEdit {
   void insertAtOnce(QString entering);
   void pasteFrom(int clipboardMode);
 
-  Global& global_;
+  BoxState& boxes_;
   KeyFilter filter_;
   std::int16_t extraDecimals_;
   QString untouched_;  ///< the text since the box was entered, before any edit
@@ -79,7 +79,7 @@ class BoxEdit : public FilteredEdit {
   Q_OBJECT
 
  public:
-  BoxEdit(Global& global, const BoxRule& rule, QWidget* parent = nullptr);
+  BoxEdit(BoxState& boxes, const BoxRule& rule, QWidget* parent = nullptr);
 
   const BoxRule& rule() const { return *rule_; }
   void setRule(const BoxRule& rule);

@@ -6,62 +6,52 @@
 
 namespace mirelund {
 
-void CurrencyTable::redimension(std::size_t rows, std::size_t columns) {
-  if (rows == rows_ && columns == columns_) {
-    std::fill_n(cells_.begin(), touchedRows_ * columns_, Currency());
-  } else {
-    cells_.assign(rows * columns, Currency());
-    rows_ = rows;
-    columns_ = columns;
-  }
-  touchedRows_ = 0;
+void clearReports(Reports& reports) {
+  for (auto& lines : reports.ReportLines) lines.clear();
 }
 
-void clearReports(Global& global) {
-  for (auto& lines : global.ReportLines) lines.clear();
+void resetCalculators(BoxState& boxes, Reports& reports, ChartSelectors& chart) {
+  clearReports(reports);
+  reports.ComparisonCount = 0;
+  reports.StartOver = 0;
+  reports.ComparisonTable.redimension(kComparisonTableRows, kComparisonTableColumns);
+  reports.ComparisonTotals.redimension(kComparisonTotalsRows, kComparisonTotalsColumns);
+  boxes.BoxEdited = 0;
+  boxes.InputValues.fill(Currency());
+  chart.ChartCount = 0;
+  chart.ChartKind = {};
 }
 
-void resetCalculators(Global& global) {
-  clearReports(global);
-  global.ComparisonCount = 0;
-  global.BoxEdited = 0;
-  global.StartOver = 0;
-  global.CapitalOption = 0;
-  global.ChartCount = 0;
-  global.ChartKind = 0;
-  global.ComparisonTable.redimension(kComparisonTableRows, kComparisonTableColumns);
-  global.ComparisonTotals.redimension(kComparisonTotalsRows, kComparisonTotalsColumns);
-  global.InputValues.fill(Currency());
+const std::string& printedReport(const Reports& reports) {
+  return reports.ReportLines[reports.ReportLines[2].empty() ? 1 : 2];
 }
 
-void startOverIfAsked(Global& global) {
-  if (global.StartOver != 1) return;
-  global.StartOver = 0;
-  global.ReportLines[1].clear();
-  global.ComparisonCount = 0;
+void startOverIfAsked(Reports& reports) {
+  if (reports.StartOver != 1) return;
+  reports.StartOver = 0;
+  reports.ReportLines[1].clear();
+  reports.ComparisonCount = 0;
 }
 
-void countComparison(Global& global) {
-  global.ComparisonCount =
-      std::min(static_cast<std::int16_t>(global.ComparisonCount + 1), kMostComparisons);
-  if (global.ComparisonCount > 1) return;
-  global.ComparisonTotals.redimension(kComparisonTotalsRows, kComparisonTotalsColumns);
+void countComparison(Reports& reports, ChartSelectors& chart) {
+  reports.ComparisonCount =
+      std::min(static_cast<std::int16_t>(reports.ComparisonCount + 1), kMostComparisons);
+  if (reports.ComparisonCount > 1) return;
+  reports.ComparisonTotals.redimension(kComparisonTotalsRows, kComparisonTotalsColumns);
   // The totals that a chart stood on are gone, and the run may yet fail.
-  global.ChartCount = 0;
+  chart.ChartCount = 0;
 }
 
-Outcome showComparisons(Global& global) {
-  if (global.ComparisonCount < kMostComparisons) return Outcome::report(global.ReportLines[1]);
-  Outcome outcome = Outcome::report(std::exchange(global.ReportLines[1], {}));
-  global.ComparisonCount = 0;
-  outcome.message = message::kMostComparisons;
-  return outcome;
+Outcome showComparisons(Reports& reports) {
+  if (reports.ComparisonCount < kMostComparisons) return Outcome::report(reports.ReportLines[1]);
+  reports.ComparisonCount = 0;
+  return {Message::MostComparisons, true, std::exchange(reports.ReportLines[1], {}), true};
 }
 
-Outcome showHelp(Global& global, std::string text) {
-  global.StartOver = 1;
-  global.ReportLines[1] = std::move(text);
-  return Outcome::report(global.ReportLines[1]);
+Outcome showHelp(Reports& reports, std::string text) {
+  reports.StartOver = 1;
+  reports.ReportLines[1] = std::move(text);
+  return Outcome::report(reports.ReportLines[1]);
 }
 
 }  // namespace mirelund

@@ -7,6 +7,9 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "base/ui_text.h"
+#include "base/version.h"
+
 namespace mirelund {
 
 PQStart::PQStart(Windows windows) : windows_(std::move(windows)) {
@@ -14,7 +17,7 @@ PQStart::PQStart(Windows windows) : windows_(std::move(windows)) {
   setWindowTitle("Mirelund");
 
   auto* layout = new QVBoxLayout(this);
-  auto* title = new QLabel("Mirelund v3.5", this);
+  auto* title = new QLabel("Mirelund v" + toQString(kVersion), this);
   title->setAlignment(Qt::AlignCenter);
   QFont large = title->font();
   large.setPointSizeF(large.pointSizeF() * 1.6);

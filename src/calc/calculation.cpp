@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "app/formatting.h"
+#include "app/report_line.h"
 
 namespace mirelund {
 
@@ -15,7 +15,7 @@ constexpr std::size_t kExampleWidth = 45;
 
 std::size_t wholeYears(Currency years) {
   const auto whole = years.tenThousandths() / Currency::kScale;
-  if (whole < 1 || whole > kMostYears) detail::throwOverflow();
+  require(whole >= 1 && whole <= kMostYears, "not 1 to 40 years");
   return static_cast<std::size_t>(whole);
 }
 
@@ -52,11 +52,11 @@ void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const Tabl
   store(++at, totals);
 }
 
-Outcome replaceReport(Global& global, std::string report) {
-  clearReports(global);
-  global.StartOver = 0;
-  global.ReportLines[1] = std::move(report);
-  return Outcome::report(global.ReportLines[1]);
+Outcome replaceReport(Reports& reports, std::string report) {
+  clearReports(reports);
+  reports.StartOver = 0;
+  reports.ReportLines[1] = std::move(report);
+  return Outcome::report(reports.ReportLines[1]);
 }
 
 }  // namespace mirelund

@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/currency.h"
 #include "app/global.h"
 #include "app/shown_text.h"
+#include "base/currency.h"
 
 namespace mirelund {
 
@@ -67,6 +67,6 @@ void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const Tabl
 
 /// Replaces the report of a page that keeps no comparisons, and shows it. Until
 /// this is called a failed calculation has left screen, report and chart alone.
-Outcome replaceReport(Global& global, std::string report);
+Outcome replaceReport(Reports& reports, std::string report);
 
 }  // namespace mirelund

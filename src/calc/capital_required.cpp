@@ -3,10 +3,7 @@
 
 #include <cmath>
 
-#include "app/formatting.h"
-#include "app/input_boxes.h"
 #include "charts/chart_kind.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
@@ -64,64 +61,35 @@ CapitalRequired capitalRequired(const CapitalRequiredInput& input) {
   return result;
 }
 
-Outcome calculateCapitalRequired(Global& global, const CapitalRequiredTexts& texts) {
-  global.BoxEdited = 0;
-  const CapitalTargetRow& target = targetRow(global.CapitalOption);
+Outcome calculateCapitalRequired(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                 std::int16_t CapitalOption, const CapitalRequiredTexts& texts) {
+  boxes.BoxEdited = 0;
+  const CapitalTargetRow& target = targetRow(CapitalOption);
   try {
     const CapitalRequired result = capitalRequired(
-        {target.target, global.InputValues[1], global.InputValues[2], global.InputValues[3]});
+        {target.target, boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]});
     std::string report = reportOf(target, texts, result);
-    storeTable(global.ComparisonTable, result.rows, result.totals);
-    global.ChartCount = static_cast<std::int16_t>(result.rows.size());
-    global.ChartKind = chart::kCapitalRequired;
-    global.ChartTitle = "Growth in capital required over ";
-    return replaceReport(global, std::move(report));
+    storeTable(reports.ComparisonTable, result.rows, result.totals);
+    chart.ChartCount = static_cast<std::int16_t>(result.rows.size());
+    chart.ChartKind = ChartKind::CapitalRequired;
+    chart.ChartTitle = "Growth in capital required over ";
+    return replaceReport(reports, std::move(report));
   } catch (const ArithmeticError&) {
-    return Outcome::failed(message::kWrongEntry);
+    return Outcome::failed(Message::WrongEntry);
   }
 }
 
-std::vector<ShownText> switchCapitalOption(Global& global, CapitalTarget target) {
-  const auto option = static_cast<int>(target);
-  global.CapitalOption = kCapitalTargets[static_cast<std::size_t>(option)].capitalOption;
-  global.ReportLines[1].clear();
+std::vector<ShownText> switchCapitalOption(BoxState& boxes, Reports& reports,
+                                           std::int16_t& CapitalOption, CapitalTarget target) {
+  CapitalOption = rowOf(kCapitalTargets, target).capitalOption;
+  reports.ReportLines[1].clear();
   std::vector<ShownText> shown;
   for (const char* box : {"CRInCapitalReq", "CRInIntGrowthRate", "CRInTimeInYrs"}) {
-    const BoxRule& rule = boxRule(box, option);
-    shown.push_back({rule.name, loadBox(global, rule)});
+    const BoxRule& rule = boxRule(kCapitalRequiredBoxes, box, static_cast<int>(target));
+    shown.push_back({rule.name, loadBox(boxes, rule)});
     if (!rule.labelName.empty()) shown.push_back({rule.labelName, std::string(rule.label)});
   }
   return shown;
-}
-
-std::string capitalRequiredHelp() {
-  const auto labelOf = [](std::string_view box, CapitalTarget target) {
-    return boxRule(box, static_cast<int>(target)).label;
-  };
-  const std::string dollar(MoneySymbol);
-  std::string help;
-  appendLine(help, "    Amount of Capital Required Option");
-  appendLine(help);
-  appendExample(help, labelOf("CRInCapitalReq", CapitalTarget::Capital), dollar + "100,000.00");
-  appendExample(help, labelOf("CRInIntGrowthRate", CapitalTarget::Capital), "        20%");
-  appendExample(help, labelOf("CRInTimeInYrs", CapitalTarget::Capital), "         25");
-  appendLine(help);
-  appendLine(help, "Example. Will show how much annual savings");
-  appendLine(help, "are required for 25 years when compounded");
-  appendLine(help, "annually at 20% interest/growth rate to");
-  appendLine(help, "build your capital to ", dollar, "100,000.00.");
-  appendLine(help);
-  appendLine(help, "    Annual Income Required Option");
-  appendLine(help);
-  appendExample(help, labelOf("CRInCapitalReq", CapitalTarget::AnnualIncome), dollar + "40,000.00");
-  appendExample(help, labelOf("CRInIntGrowthRate", CapitalTarget::AnnualIncome), "       20%");
-  appendExample(help, labelOf("CRInTimeInYrs", CapitalTarget::AnnualIncome), "        25");
-  appendLine(help);
-  appendLine(help, "Example. Will show how much annual savings");
-  appendLine(help, "are required for 25 years when compounded");
-  appendLine(help, "annually at 20% to build your capital to");
-  appendLine(help, "give an annual income of ", dollar, "40,000.00.");
-  return help;
 }
 
 }  // namespace mirelund

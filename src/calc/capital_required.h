@@ -9,18 +9,53 @@
 #include <string_view>
 #include <vector>
 
-#include "app/currency.h"
-#include "app/global.h"
+#include "app/input_boxes.h"
+#include "base/currency.h"
+#include "base/table.h"
 #include "calc/calculation.h"
 
 namespace mirelund {
+
+/// The page's boxes.
+inline constexpr auto kCapitalRequiredBoxes = boxTable({
+    {"CRInCapitalReq", 0, "Amount of capital required $", "Label26", BoxStore::InputValues, 1,
+     KeyFilter::Decimal, 0, "####,,###.00", BoxLook::Money, 13, false, Currency::whole(100000)},
+    {"CRInIntGrowthRate",
+     0,
+     "Annual interest/growth rate %",
+     {},
+     BoxStore::InputValues,
+     2,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(15)},
+    {"CRInTimeInYrs",
+     0,
+     "Number of years",
+     {},
+     BoxStore::InputValues,
+     3,
+     KeyFilter::WholeNumber,
+     0,
+     "###",
+     BoxLook::Years,
+     3,
+     true,
+     Currency::whole(25)},
+    {"CRInCapitalReq", 1, "Annual income required $", "Label26", BoxStore::InputValues, 1,
+     KeyFilter::Decimal, 0, "####,,###.00", BoxLook::Money, 13, false, Currency::whole(40000)},
+});
 
 /// CRCapitalChoices, in the order of its elements.
 enum class CapitalTarget : std::uint8_t { Capital, AnnualIncome };
 
 struct CapitalTargetRow {
   CapitalTarget target;
-  std::int16_t capitalOption;    ///< what CapitalOption holds while it is chosen
+  std::int16_t capitalOption;    ///< what the page's CapitalOption holds while it is chosen
   std::string_view caption;      ///< of the option button
   std::string_view reportLabel;  ///< in front of the amount
 };
@@ -29,6 +64,7 @@ inline constexpr std::array<CapitalTargetRow, 2> kCapitalTargets{{
     {CapitalTarget::Capital, 0, "Amount of capital required", "Amount of capital required:"},
     {CapitalTarget::AnnualIncome, 2, "Annual income required", "Annual income required:    "},
 }};
+static_assert(standsInOrder(kCapitalTargets, &CapitalTargetRow::target));
 
 struct CapitalRequiredInput {
   CapitalTarget target = CapitalTarget::Capital;
@@ -62,13 +98,12 @@ struct CapitalRequiredTexts {
 
 /// CRCalculate: replaces the report, the year table and the chart selectors. A
 /// failure gives message 3 and leaves all of them as they were.
-Outcome calculateCapitalRequired(Global& global, const CapitalRequiredTexts& texts);
+Outcome calculateCapitalRequired(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                 std::int16_t CapitalOption, const CapitalRequiredTexts& texts);
 
 /// The option routine: sets CapitalOption, empties ReportLines(1), loads the
 /// option's three initial values. What the boxes and Label26 are to show.
-std::vector<ShownText> switchCapitalOption(Global& global, CapitalTarget target);
-
-/// CRHelp: the page's help text.
-std::string capitalRequiredHelp();
+std::vector<ShownText> switchCapitalOption(BoxState& boxes, Reports& reports,
+                                           std::int16_t& CapitalOption, CapitalTarget target);
 
 }  // namespace mirelund

@@ -4,13 +4,14 @@
 #include <QGridLayout>
 
 #include "app/filtered_edit.h"
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 #include "calc/capital_required.h"
+#include "calc/capital_required_help.h"
 
 namespace mirelund {
 
 CapitalRequiredPage::CapitalRequiredPage(PageHost& host)
-    : CalculatorPage(host, CalculatorPageIndex::CapitalRequired) {
+    : CalculatorPage(host, kCapitalRequiredBoxes) {
   QStringList captions;
   for (const auto& row : kCapitalTargets) captions << toQString(row.caption);
   const Options options = makeOptions("CRCapitalChoices", "Select option", captions);
@@ -34,13 +35,13 @@ void CapitalRequiredPage::load() {
 }
 
 void CapitalRequiredPage::choose(int option) {
-  setOption(option, switchCapitalOption(global(), static_cast<CapitalTarget>(option)));
+  setOption(option, switchCapitalOption(boxes(), reports(), CapitalOption_,
+                                        static_cast<CapitalTarget>(option)));
 }
 
 void CapitalRequiredPage::CRCapitalChoices_Click(int option) {
   // Not a change: it is in force.
-  if (global().CapitalOption == kCapitalTargets[static_cast<std::size_t>(option)].capitalOption)
-    return;
+  if (CapitalOption_ == kCapitalTargets[static_cast<std::size_t>(option)].capitalOption) return;
   host().leaveFocused();
   host().emptyReport();
   choose(option);
@@ -49,11 +50,12 @@ void CapitalRequiredPage::CRCapitalChoices_Click(int option) {
 void CapitalRequiredPage::CRCalculate_Click() {
   if (!host().leaveFocused()) return;
   host().show(calculateCapitalRequired(
-      global(), {textOf("CRInCapitalReq"), textOf("CRInIntGrowthRate"), textOf("CRInTimeInYrs")}));
+      boxes(), reports(), chart(), CapitalOption_,
+      {textOf("CRInCapitalReq"), textOf("CRInIntGrowthRate"), textOf("CRInTimeInYrs")}));
 }
 
 void CapitalRequiredPage::CRHelp_Click() {
-  host().show(showHelp(global(), capitalRequiredHelp()));
+  host().show(showHelp(reports(), capitalRequiredHelp()));
 }
 
 void CapitalRequiredPage::CRPrint_Click() {

@@ -22,6 +22,7 @@ class CapitalRequiredPage : public CalculatorPage {
   void choose(int option);
 
   QButtonGroup* CRCapitalChoices_;
+  std::int16_t CapitalOption_ = 0;  ///< 2: the page works on an annual income
 };
 
 }  // namespace mirelund

@@ -3,10 +3,8 @@
 
 #include <cmath>
 
-#include "app/formatting.h"
 #include "calc/calculation.h"
 #include "charts/chart_kind.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
@@ -54,65 +52,32 @@ void appendCompoundGainRow(std::string& report, const CompoundGainInput& input,
   appendLines(report, NewLine, kUnderline, NewLine);
 }
 
-Outcome calculateCompoundGain(Global& global, const CompoundGainTexts& texts) {
-  startOverIfAsked(global);
-  global.BoxEdited = 0;
-  countComparison(global);
-  global.ComparisonTable.redimension(kComparisonTableRows, kComparisonTableColumns);
-  std::string& report = global.ReportLines[1];
+Outcome calculateCompoundGain(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                              const CompoundGainTexts& texts) {
+  startOverIfAsked(reports);
+  boxes.BoxEdited = 0;
+  countComparison(reports, chart);
+  reports.ComparisonTable.redimension(kComparisonTableRows, kComparisonTableColumns);
+  std::string& report = reports.ReportLines[1];
   appendCompoundGainHeading(report, texts);
 
-  const CompoundGainInput input{global.InputValues[1], global.InputValues[2],
-                                global.InputValues[3]};
+  const CompoundGainInput input{boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]};
   if (input.cost.isZero() || input.value.isZero() || input.years.isZero())
-    return Outcome::failed(message::kAllThreeBoxes);
+    return Outcome::failed(Message::AllThreeBoxes);
   try {
-    ++global.CalculationCount;
     const CompoundGain gain = compoundGain(input);
-    fillSeries(global.ComparisonTable, input, gain.annualRate);
+    fillSeries(reports.ComparisonTable, input, gain.annualRate);
     appendCompoundGainRow(report, input, gain);
-    const auto row = static_cast<std::size_t>(global.ComparisonCount);
-    global.ComparisonTotals.at(row, 1) = ToCurrency(100.0 * gain.annualRate);
+    const auto row = static_cast<std::size_t>(reports.ComparisonCount);
+    reports.ComparisonTotals.at(row, 1) = ToCurrency(100.0 * gain.annualRate);
   } catch (const ArithmeticError&) {
-    return Outcome::failed(message::kWrongEntry);
+    return Outcome::failed(Message::WrongEntry);
   }
-  global.ChartCount = global.ComparisonCount;
-  global.ChartKind = chart::kCompoundGain;
+  chart.ChartCount = reports.ComparisonCount;
+  chart.ChartKind = ChartKind::CompoundGain;
   // "comparisions" is required: CompoundGain.FillsTheChart.
-  global.ChartTitle = "Percentage gain/loss for comparisions ";
-  return showComparisons(global);
-}
-
-std::string compoundGainHelp() {
-  constexpr std::string_view kDollar = MoneySymbol;
-  std::string help;
-  appendLine(help, "Compare up to 10 different investments on");
-  appendLine(help, "an annual compound yield basis. Click");
-  appendLine(help, "Calculate after each change made.");
-  appendLine(help);
-  appendLine(help, "Enter the Cost of your Investment, then the");
-  appendLine(help, "Present or Future Value and the term in");
-  appendLine(help, "years it has or will be held.");
-  appendLine(help);
-  appendLine(help, "Example 1. Amount invested in Mutual Fund.");
-  appendLine(help, "Cost = ", kDollar, "1,000.00, 5 years later with all");
-  appendLine(help, "dividends and capital gains reinvested its ");
-  appendLine(help, "value is ", kDollar, "2,000.00 for an annual compound");
-  appendLine(help, "growth rate of 14.870%.");
-  appendLine(help);
-  appendLine(help, "Example 2. House cost ", kDollar, "25,000.00, 20 years");
-  appendLine(help, "ago now valued ", kDollar, "200,000 for an annual");
-  appendLine(help, "compound growth rate of 10.957%.");
-  appendLine(help);
-  appendLine(help, "Example 3. Stripped Bond with a redemption");
-  appendLine(help, "value of ", kDollar, "1,000.00 in 6 years, cost ", kDollar, "500.00.");
-  appendLine(help, "Annual compound growth = 12.246%.");
-  appendLine(help);
-  appendLine(help, "Example 4. Growth in earnings per share.");
-  appendLine(help, "Earnings: (Cost) 1995 = ", kDollar, "2.38, (Value) 2001");
-  appendLine(help, " = ", kDollar, "5.14. Annual compound growth rate for the");
-  appendLine(help, "6 years = 13.692%.");
-  return help;
+  chart.ChartTitle = "Percentage gain/loss for comparisions ";
+  return showComparisons(reports);
 }
 
 }  // namespace mirelund

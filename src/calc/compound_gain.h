@@ -4,12 +4,67 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
-#include "app/currency.h"
-#include "app/global.h"
+#include "app/input_boxes.h"
+#include "base/currency.h"
 
 namespace mirelund {
+
+/// The page's boxes.
+inline constexpr auto kCompoundGainBoxes = boxTable({
+    {"CGInCostofInvest",
+     0,
+     "Purchase cost of your investment",
+     {},
+     BoxStore::InputValues,
+     1,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(10000)},
+    {"CGInValueNow",
+     0,
+     "Present or future value",
+     {},
+     BoxStore::InputValues,
+     2,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(20000)},
+    {"CGInNumOfYrs",
+     0,
+     "Number of years invested",
+     {},
+     BoxStore::InputValues,
+     3,
+     KeyFilter::WholeNumber,
+     0,
+     "###",
+     BoxLook::Years,
+     3,
+     true,
+     Currency::whole(5)},
+    {"CGInNameOfInvest",
+     0,
+     "Name of your investment",
+     {},
+     BoxStore::None,
+     0,
+     KeyFilter::Any,
+     0,
+     "",
+     BoxLook::Text,
+     0,
+     false,
+     Currency()},
+});
 
 struct CompoundGainInput {
   Currency cost;
@@ -46,9 +101,7 @@ void appendCompoundGainRow(std::string& report, const CompoundGainInput& input,
 /// the count behind, as required: the next block stands below the orphan
 /// heading (CompoundGain.ZeroInputLeavesItsHeading). A number that leaves its
 /// range gives message 3.
-Outcome calculateCompoundGain(Global& global, const CompoundGainTexts& texts);
-
-/// CGHelp: the page's help text.
-std::string compoundGainHelp();
+Outcome calculateCompoundGain(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                              const CompoundGainTexts& texts);
 
 }  // namespace mirelund

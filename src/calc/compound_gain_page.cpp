@@ -5,11 +5,11 @@
 
 #include "app/filtered_edit.h"
 #include "calc/compound_gain.h"
+#include "calc/compound_gain_help.h"
 
 namespace mirelund {
 
-CompoundGainPage::CompoundGainPage(PageHost& host)
-    : CalculatorPage(host, CalculatorPageIndex::CompoundGain) {
+CompoundGainPage::CompoundGainPage(PageHost& host) : CalculatorPage(host, kCompoundGainBoxes) {
   auto* grid = new QGridLayout;
   addAllBoxRows(grid);
   addContent(grid);
@@ -24,13 +24,13 @@ void CompoundGainPage::load() {
 
 void CompoundGainPage::CGCalculate_Click() {
   if (!host().leaveFocused()) return;
-  host().show(
-      calculateCompoundGain(global(), {textOf("CGInCostofInvest"), textOf("CGInValueNow"),
-                                       textOf("CGInNumOfYrs"), textOf("CGInNameOfInvest")}));
+  host().show(calculateCompoundGain(boxes(), reports(), chart(),
+                                    {textOf("CGInCostofInvest"), textOf("CGInValueNow"),
+                                     textOf("CGInNumOfYrs"), textOf("CGInNameOfInvest")}));
 }
 
 void CompoundGainPage::CGHelp_Click() {
-  host().show(showHelp(global(), compoundGainHelp()));
+  host().show(showHelp(reports(), compoundGainHelp()));
 }
 
 void CompoundGainPage::CGPrint_Click() {

@@ -3,26 +3,19 @@
 
 #include <cmath>
 
-#include "app/formatting.h"
-#include "app/input_boxes.h"
 #include "charts/chart_kind.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
 namespace {
 
-const ContributionFrequencyRow& rowOf(ContributionFrequency frequency) {
-  return kContributionFrequencies.at(static_cast<std::size_t>(frequency));
-}
-
-InvestmentGrowthInput inputOf(const Global& global, ContributionFrequency frequency) {
-  const auto& slots = global.InputValues;
+InvestmentGrowthInput inputOf(const BoxState& boxes, ContributionFrequency frequency) {
+  const auto& slots = boxes.InputValues;
   return {slots[1], slots[2], slots[4], slots[5], slots[6], slots[7], frequency};
 }
 
 void appendHeading(std::string& report, const InvestmentGrowthTexts& texts) {
-  const ContributionFrequencyRow& frequency = rowOf(texts.frequency);
+  const ContributionFrequencyRow& frequency = rowOf(kContributionFrequencies, texts.frequency);
   appendLine(report, "Beginning balance:          ", texts.beginning);
   appendLine(report, "Each contribution:          ", texts.contribution);
   appendLine(report, "Frequency of contribution:     ", frequency.text);
@@ -34,7 +27,7 @@ void appendHeading(std::string& report, const InvestmentGrowthTexts& texts) {
   appendLine(report, kUnderline);
 }
 
-Outcome showComplete(Global& global, const InvestmentGrowthTexts& texts,
+Outcome showComplete(Reports& reports, ChartSelectors& chart, const InvestmentGrowthTexts& texts,
                      const InvestmentGrowth& result) {
   std::string report;
   report.reserve(512 + 47 * result.rows.size());
@@ -43,30 +36,30 @@ Outcome showComplete(Global& global, const InvestmentGrowthTexts& texts,
   appendLine(report, kUnderline);
   appendTableRow(report, result.totals);
 
-  global.ComparisonCount = 0;
-  countComparison(global);
-  storeTable(global.ComparisonTable, result.rows, result.totals);
-  global.ChartKind = chart::kGrowthYears;
-  global.ChartCount = result.years;
-  global.ChartPeriodsPerYear = result.periodsPerYear;
-  global.ChartPeriods = static_cast<std::int16_t>(result.rows.size());
-  global.ChartTitle = "Investment growth over ";
-  return replaceReport(global, std::move(report));
+  reports.ComparisonCount = 0;
+  countComparison(reports, chart);
+  storeTable(reports.ComparisonTable, result.rows, result.totals);
+  chart.ChartKind = ChartKind::GrowthYears;
+  chart.ChartCount = result.years;
+  chart.ChartPeriodsPerYear = result.periodsPerYear;
+  chart.ChartPeriods = static_cast<std::int16_t>(result.rows.size());
+  chart.ChartTitle = "Investment growth over ";
+  return replaceReport(reports, std::move(report));
 }
 
-Outcome showComparison(Global& global, const InvestmentGrowth& result) {
-  std::string& report = global.ReportLines[1];
+Outcome showComparison(Reports& reports, ChartSelectors& chart, const InvestmentGrowth& result) {
+  std::string& report = reports.ReportLines[1];
   appendTableRow(report, result.totals);
   appendLine(report, kUnderline);
   appendLine(report);
 
-  storeTable(global.ComparisonTable, result.rows, result.totals);
-  global.ComparisonTotals.at(static_cast<std::size_t>(global.ComparisonCount), 1) =
+  storeTable(reports.ComparisonTable, result.rows, result.totals);
+  reports.ComparisonTotals.at(static_cast<std::size_t>(reports.ComparisonCount), 1) =
       result.totals.value;
-  global.ChartCount = global.ComparisonCount;
-  global.ChartKind = chart::kGrowthComparisons;
-  global.ChartTitle = "Totals for comparisons, number ";
-  return showComparisons(global);
+  chart.ChartCount = reports.ComparisonCount;
+  chart.ChartKind = ChartKind::GrowthComparisons;
+  chart.ChartTitle = "Totals for comparisons, number ";
+  return showComparisons(reports);
 }
 
 }  // namespace
@@ -80,7 +73,7 @@ double periodRate(Currency percent, int periodsPerYear) {
 
 InvestmentGrowth investmentGrowth(const InvestmentGrowthInput& input) {
   InvestmentGrowth result;
-  result.periodsPerYear = rowOf(input.frequency).periodsPerYear;
+  result.periodsPerYear = rowOf(kContributionFrequencies, input.frequency).periodsPerYear;
   const std::size_t years = wholeYears(input.years);
   result.years = static_cast<std::int16_t>(years);
   const std::size_t periods = years * static_cast<std::size_t>(result.periodsPerYear);
@@ -109,69 +102,22 @@ InvestmentGrowth investmentGrowth(const InvestmentGrowthInput& input) {
   return result;
 }
 
-Outcome calculateInvestmentGrowth(Global& global, const InvestmentGrowthTexts& texts) {
-  global.BoxEdited = 0;
-  // Required, and without effect: the manager holds no funds while the
-  // calculator window is in use (InvestmentGrowth.ForgetsTheFundCount).
-  global.FundCount = 0;
+Outcome calculateInvestmentGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                  const InvestmentGrowthTexts& texts) {
+  boxes.BoxEdited = 0;
   const bool complete = texts.results == GrowthResults::Complete;
   if (!complete) {
-    startOverIfAsked(global);
-    countComparison(global);
-    appendHeading(global.ReportLines[1], texts);
+    startOverIfAsked(reports);
+    countComparison(reports, chart);
+    appendHeading(reports.ReportLines[1], texts);
   }
   try {
-    const InvestmentGrowth result = investmentGrowth(inputOf(global, texts.frequency));
-    return complete ? showComplete(global, texts, result) : showComparison(global, result);
+    const InvestmentGrowth result = investmentGrowth(inputOf(boxes, texts.frequency));
+    return complete ? showComplete(reports, chart, texts, result)
+                    : showComparison(reports, chart, result);
   } catch (const ArithmeticError&) {
-    return Outcome::failed(message::kWrongEntry);
+    return Outcome::failed(Message::WrongEntry);
   }
-}
-
-std::string investmentGrowthHelp() {
-  std::string help;
-  // The rows are the page's inputs, from top to bottom.
-  appendLine(help, "Example 1  Example 2   Example 3   Example 4");
-  appendLine(help, "      .00   1,000.00         .00   30,000.00");
-  // "1.000.00" is required, as is "annnual" below (InvestmentGrowth.HelpKeepsItsTexts).
-  appendLine(help, " 1,000.00        .00    1.000.00         .00");
-  appendLine(help, " Annually   Annually    Annually    Annually");
-  appendLine(help, "       20%        20%         20%        .00%");
-  appendLine(help, "      .00%       .00%       5.00%        .00%");
-  appendLine(help, "      .00%       .00%        .00%       5.00%");
-  appendLine(help, "       25         25          25          25");
-  appendLine(help);
-  const std::string_view dollar = MoneySymbol;
-  appendLine(help, "Example 1: Shows future value of ", dollar, "1,000.00");
-  appendLine(help, "invested each year for 25 years at a 20%");
-  appendLine(help, "Interest/Growth Rate compounded annually.");
-  appendLine(help);
-  appendLine(help, "Example 2: Shows future value of a lump sum");
-  appendLine(help, "of ", dollar, "1,000.00 invested for 25 years at a 20%");
-  appendLine(help, "Interest/Growth Rate compounded annually.");
-  appendLine(help);
-  appendLine(help, "Example 3: Shows future value of ", dollar, "1,000.00");
-  appendLine(help, "invested the first year and increased by a");
-  appendLine(help, "5% annual Rate in each year, for 25 years at");
-  appendLine(help, "20% Interest/Growth Rate compounded annually.");
-  appendLine(help);
-  appendLine(help, "Example 4: Shows what the future purchasing");
-  appendLine(help, "value would be of ", dollar, "30,000.00 at a 5% annnual");
-  appendLine(help, "inflation Rate for 25 years.");
-  appendLine(help);
-  appendLine(help, "Any combination of entries can be used.");
-  appendLine(help);
-  appendLine(help, "When changing frequency, be sure contribution");
-  appendLine(help, "amount is scaled to it.");
-  appendLine(help);
-  appendLine(help, "Compounding takes place at the frequency");
-  appendLine(help, "chosen: Annually, once a year. Quarterly,");
-  appendLine(help, "4 times a year. Monthly, 12 times a year.");
-  appendLine(help);
-  appendLine(help, "All percentage rates used in monthly and");
-  appendLine(help, "quarterly calculations are adjusted for");
-  appendLine(help, "the annual percentage rate.");
-  return help;
 }
 
 }  // namespace mirelund

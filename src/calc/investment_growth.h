@@ -10,11 +10,94 @@
 #include <string_view>
 #include <vector>
 
-#include "app/currency.h"
-#include "app/global.h"
+#include "app/input_boxes.h"
+#include "base/currency.h"
+#include "base/table.h"
 #include "calc/calculation.h"
 
 namespace mirelund {
+
+/// The page's boxes.
+inline constexpr auto kInvestmentGrowthBoxes = boxTable({
+    {"IGInBegBal",
+     0,
+     "Beginning balance",
+     {},
+     BoxStore::InputValues,
+     1,
+     KeyFilter::Decimal,
+     0,
+     "###,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(0)},
+    {"IGInEachContrib",
+     0,
+     "Amount of each contribution",
+     {},
+     BoxStore::InputValues,
+     2,
+     KeyFilter::Decimal,
+     0,
+     "###,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(1000)},
+    {"IGInIntGrowthRate",
+     0,
+     "Annual Interest/growth rate %",
+     {},
+     BoxStore::InputValues,
+     4,
+     KeyFilter::Decimal,
+     0,
+     "##.00",
+     BoxLook::Percent,
+     5,
+     false,
+     Currency::whole(15)},
+    {"IGInAnnContribRate",
+     0,
+     "Increase annual contribution rate %",
+     {},
+     BoxStore::InputValues,
+     5,
+     KeyFilter::Decimal,
+     0,
+     "##.00",
+     BoxLook::Percent,
+     5,
+     false,
+     Currency::whole(0)},
+    {"IGInAnninFlatRate",
+     0,
+     "Average annual inflation rate %",
+     {},
+     BoxStore::InputValues,
+     6,
+     KeyFilter::Decimal,
+     0,
+     "##.00",
+     BoxLook::Percent,
+     5,
+     false,
+     Currency::whole(0)},
+    {"IGInYearsInvested",
+     0,
+     "Number of years invested",
+     {},
+     BoxStore::InputValues,
+     7,
+     KeyFilter::WholeNumber,
+     0,
+     "##",
+     BoxLook::Years,
+     2,
+     true,
+     Currency::whole(25)},
+});
 
 /// IGInMonthsYrs, in the order of the list.
 enum class ContributionFrequency : std::uint8_t { Annually, Quarterly, Monthly };
@@ -31,12 +114,21 @@ inline constexpr std::array<ContributionFrequencyRow, 3> kContributionFrequencie
     {ContributionFrequency::Quarterly, "Quarterly", 4, "Quarter "},
     {ContributionFrequency::Monthly, "Monthly", 12, "Month   "},
 }};
+static_assert(standsInOrder(kContributionFrequencies, &ContributionFrequencyRow::frequency));
 
 /// IGResultsChoice, in the order of its elements.
 enum class GrowthResults : std::uint8_t { Complete, Comparison };
 
-inline constexpr std::array<std::string_view, 2> kGrowthResultsCaptions{"Complete calculation",
-                                                                        "Comparison totals"};
+struct GrowthResultsRow {
+  GrowthResults results;
+  std::string_view caption;
+};
+
+inline constexpr std::array<GrowthResultsRow, 2> kGrowthResults{{
+    {GrowthResults::Complete, "Complete calculation"},
+    {GrowthResults::Comparison, "Comparison totals"},
+}};
+static_assert(standsInOrder(kGrowthResults, &GrowthResultsRow::results));
 
 struct InvestmentGrowthInput {
   Currency beginning;
@@ -86,9 +178,7 @@ struct InvestmentGrowthTexts {
 /// failure (message 3) leaves all of them as they were. Comparison: appends a
 /// block to ReportLines(1) and its final value to ComparisonTotals; a failure
 /// leaves the block's heading and the count behind.
-Outcome calculateInvestmentGrowth(Global& global, const InvestmentGrowthTexts& texts);
-
-/// IGHelp: the page's help text.
-std::string investmentGrowthHelp();
+Outcome calculateInvestmentGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                  const InvestmentGrowthTexts& texts);
 
 }  // namespace mirelund

@@ -4,17 +4,18 @@
 #include <QComboBox>
 #include <QGridLayout>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 #include "calc/investment_growth.h"
+#include "calc/investment_growth_help.h"
 
 namespace mirelund {
 
 InvestmentGrowthPage::InvestmentGrowthPage(PageHost& host)
-    : CalculatorPage(host, CalculatorPageIndex::InvestmentGrowth) {
+    : CalculatorPage(host, kInvestmentGrowthBoxes) {
   QStringList frequencies;
   for (const auto& row : kContributionFrequencies) frequencies << toQString(row.text);
   QStringList captions;
-  for (const auto& caption : kGrowthResultsCaptions) captions << toQString(caption);
+  for (const auto& row : kGrowthResults) captions << toQString(row.caption);
 
   auto* grid = new QGridLayout;
   addBoxRow(grid, "IGInBegBal");
@@ -35,7 +36,7 @@ InvestmentGrowthPage::InvestmentGrowthPage(PageHost& host)
 void InvestmentGrowthPage::load() {
   CalculatorPage::load();
   // Contributions a year, as the list starts.
-  global().InputValues[3] = Currency::whole(kContributionFrequencies[0].periodsPerYear);
+  boxes().InputValues[3] = Currency::whole(kContributionFrequencies[0].periodsPerYear);
   IGInMonthsYrs_->setCurrentIndex(0);
   IGResultsChoice_->button(0)->setChecked(true);
 }
@@ -44,18 +45,19 @@ void InvestmentGrowthPage::IGCalculate_Click() {
   if (!host().leaveFocused()) return;
   const auto frequency = static_cast<std::size_t>(IGInMonthsYrs_->currentIndex());
   host().show(calculateInvestmentGrowth(
-      global(), {.beginning = textOf("IGInBegBal"),
-                 .contribution = textOf("IGInEachContrib"),
-                 .frequency = kContributionFrequencies[frequency].frequency,
-                 .growth = textOf("IGInIntGrowthRate"),
-                 .increase = textOf("IGInAnnContribRate"),
-                 .inflation = textOf("IGInAnninFlatRate"),
-                 .years = textOf("IGInYearsInvested"),
-                 .results = static_cast<GrowthResults>(IGResultsChoice_->checkedId())}));
+      boxes(), reports(), chart(),
+      {.beginning = textOf("IGInBegBal"),
+       .contribution = textOf("IGInEachContrib"),
+       .frequency = kContributionFrequencies[frequency].frequency,
+       .growth = textOf("IGInIntGrowthRate"),
+       .increase = textOf("IGInAnnContribRate"),
+       .inflation = textOf("IGInAnninFlatRate"),
+       .years = textOf("IGInYearsInvested"),
+       .results = static_cast<GrowthResults>(IGResultsChoice_->checkedId())}));
 }
 
 void InvestmentGrowthPage::IGHelp_Click() {
-  host().show(showHelp(global(), investmentGrowthHelp()));
+  host().show(showHelp(reports(), investmentGrowthHelp()));
 }
 
 void InvestmentGrowthPage::IGPrint_Click() {

@@ -4,10 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/formatting.h"
-#include "app/input_boxes.h"
 #include "charts/chart_kind.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
@@ -16,47 +13,58 @@ namespace {
 constexpr double kMonths = 12.0;
 constexpr double kMostSolvedYears = 40.004;  // what "40.00" may still hide
 
-const PaymentFrequencyRow& rowOf(PaymentFrequency frequency) {
-  return kPaymentFrequencies.at(static_cast<std::size_t>(frequency));
-}
-
-const CompoundingPeriodRow& rowOf(CompoundingPeriod period) {
-  return kCompoundingPeriods.at(static_cast<std::size_t>(period));
-}
-
 // Years until `payment`, made `perYear` times a year at `rate` a time, has
-// repaid `principal`.
+// repaid `principal`; no finite number where it never does.
 double yearsToRepay(double payment, double principal, double rate, double perYear) {
-  return finite((std::log(payment) - std::log(payment - rate * principal)) /
-                (perYear * std::log(1.0 + rate)));
+  return (std::log(payment) - std::log(payment - rate * principal)) /
+         (perYear * std::log(1.0 + rate));
 }
 
-// Stops at the first number that is none, or with a known problem.
-void solveUnknown(Mortgage& mortgage, const MortgageInput& input, double r) {
-  double& principal = mortgage.principal;
-  double& years = mortgage.years;
-  double& payment = mortgage.payment;
-  if (input.choices.solveFor == SolveFor::Years) {
-    if (r == 0.0) detail::throwOverflow();
-    mortgage.status = SolveStatus::PaymentTooSmall;
-    const double solved = yearsToRepay(payment, principal, r, kMonths);
-    if (solved > kMostSolvedYears) detail::throwOverflow();
-    if (payment >= principal) {
-      mortgage.status = SolveStatus::PaymentTooLarge;
-      detail::throwOverflow();
-    }
-    years = solved;
-  } else {
-    const double X = std::pow(1.0 + r, kMonths * years);
-    if (input.choices.solveFor == SolveFor::Payment) {
-      if (principal == 0.0) detail::throwOverflow();
-      payment = finite(r * X * principal / (X - 1.0));
-    } else {
-      if (payment == 0.0) detail::throwOverflow();
-      principal = payment / finite(r * X / (X - 1.0));
-    }
+// Whether the unknown was found, and what is known of the reason where it was not
+// or where the figures that follow from it fail.
+struct Solving {
+  bool solved = false;
+  SolveStatus status = SolveStatus::NoKnownProblem;
+};
+
+Solving solveYears(Mortgage& mortgage, double r) {
+  if (r == 0.0) return {};
+  const double years = yearsToRepay(mortgage.payment, mortgage.principal, r, kMonths);
+  if (!std::isfinite(years) || years > kMostSolvedYears)
+    return {false, SolveStatus::PaymentTooSmall};
+  if (mortgage.payment >= mortgage.principal) return {false, SolveStatus::PaymentTooLarge};
+  mortgage.years = years;
+  return {true, SolveStatus::PaymentTooSmall};
+}
+
+Solving solvePayment(Mortgage& mortgage, double r) {
+  if (mortgage.principal == 0.0) return {};
+  const double X = std::pow(1.0 + r, kMonths * mortgage.years);
+  const double payment = r * X * mortgage.principal / (X - 1.0);
+  if (!std::isfinite(payment)) return {};
+  mortgage.payment = payment;
+  return {true};
+}
+
+Solving solvePrincipal(Mortgage& mortgage, double r) {
+  if (mortgage.payment == 0.0) return {};
+  const double X = std::pow(1.0 + r, kMonths * mortgage.years);
+  const double paymentOfOne = r * X / (X - 1.0);
+  if (!std::isfinite(paymentOfOne)) return {};
+  mortgage.principal = mortgage.payment / paymentOfOne;
+  return {true};
+}
+
+Solving solveUnknown(Mortgage& mortgage, SolveFor solveFor, double r) {
+  switch (solveFor) {
+    case SolveFor::Years:
+      return solveYears(mortgage, r);
+    case SolveFor::Principal:
+      return solvePrincipal(mortgage, r);
+    case SolveFor::Payment:
+      break;
   }
-  mortgage.solved = true;
+  return solvePayment(mortgage, r);
 }
 
 void schedule(Mortgage& mortgage, const PaymentFrequencyRow& frequency, double i) {
@@ -68,7 +76,7 @@ void schedule(Mortgage& mortgage, const PaymentFrequencyRow& frequency, double i
   }
   const double perYear = frequency.paymentsPerYear;
   const double payment = mortgage.payment * frequency.times / frequency.parts;
-  const double years = yearsToRepay(payment, mortgage.principal, i, perYear);
+  const double years = finite(yearsToRepay(payment, mortgage.principal, i, perYear));
   const double X = std::pow(1.0 + i, perYear * years);
   const double each = finite(i * X * mortgage.principal / (X - 1.0));
   mortgage.yearsToFinalPayment = years;
@@ -83,8 +91,9 @@ void showMoney(std::string& text, double amount) {
   setMoney(text, amount, kMoney, 13);
 }
 
-void showSolved(Global& global, const Mortgage& mortgage, SolveFor solveFor, MortgageTexts& shown) {
-  auto& inputs = global.MortgageInputs;
+void showSolved(BoxState& boxes, const Mortgage& mortgage, SolveFor solveFor,
+                MortgageTexts& shown) {
+  auto& inputs = boxes.MortgageInputs;
   switch (solveFor) {
     case SolveFor::Payment:
       inputs[4] = mortgage.payment;
@@ -132,18 +141,19 @@ MortgageOutcome failureOf(SolveStatus status) {
     case SolveStatus::PaymentTooLarge:
       return {{}, kPaymentTooLarge};
     default:
-      return {Outcome::failed(message::kWrongEntry), {}};
+      return {Outcome::failed(Message::WrongEntry), {}};
   }
 }
 
-Mortgage recalculate(Global& global, const MortgageChoices& choices, MortgageTexts& shown) {
-  const auto& inputs = global.MortgageInputs;
+Mortgage recalculate(BoxState& boxes, const DaysInYearState& days, const MortgageChoices& choices,
+                     MortgageTexts& shown) {
+  const auto& inputs = boxes.MortgageInputs;
   const Mortgage mortgage = solveMortgage({inputs[1], inputs[2], inputs[3], inputs[4],
-                                           global.BiweeklyPerYear, global.WeeklyPerYear, choices});
-  showSolved(global, mortgage, choices.solveFor, shown);
+                                           days.BiweeklyPerYear, days.WeeklyPerYear, choices});
+  showSolved(boxes, mortgage, choices.solveFor, shown);
   if (mortgage.solved) {
     if (countsDays(choices.frequency))
-      setColumn(shown.daysInYear, global.DaysInYear, "###.00", 6);
+      setColumn(shown.daysInYear, days.DaysInYear, "###.00", 6);
     else
       shown.daysInYear = "Normal";
   }
@@ -162,7 +172,8 @@ void appendBlock(std::string& report, const MortgageChoices& choices, const Mort
     appendLine(report);
   };
   appendLine(report, "           Conventional Mortgage");
-  justified("Compound interest periods/yr:     ", rowOf(choices.compounding).text, 10);
+  justified("Compound interest periods/yr:     ",
+            rowOf(kCompoundingPeriods, choices.compounding).text, 10);
   appendLine(report, "Principal amount of mortgage:  ", shown.principal);
   appendLine(report, "Annual interest rate %:               ", shown.rate);
   appendLine(report, "Amortization period in years:          ", shown.term);
@@ -170,7 +181,8 @@ void appendBlock(std::string& report, const MortgageChoices& choices, const Mort
   appendLine(report, "Total interest paid:           ", shown.totalPmts);
   appendLine(report);
   appendLine(report, "             Accelerated Mortgage");
-  justified("Frequency/type of payment:     ", rowOf(choices.frequency).text, 13);
+  justified("Frequency/type of payment:     ", rowOf(kPaymentFrequencies, choices.frequency).text,
+            13);
   appendLine(report, "Number of payments each year:             ", shown.numPmts);
   appendLine(report, "Number of days in year used:          ", shown.daysInYear);
   appendLine(report, "Interest saved v normal mtge:  ", shown.totIntSaved);
@@ -185,8 +197,8 @@ void appendBlock(std::string& report, const MortgageChoices& choices, const Mort
 
 MortgageRates ComputeMortgageRates(double ratePercent, const MortgageChoices& choices,
                                    double biweeklyPerYear, double weeklyPerYear) {
-  const PaymentFrequencyRow& frequency = rowOf(choices.frequency);
-  const auto k = rowOf(choices.compounding).timesPerYear;
+  const PaymentFrequencyRow& frequency = rowOf(kPaymentFrequencies, choices.frequency);
+  const auto k = rowOf(kCompoundingPeriods, choices.compounding).timesPerYear;
   const auto a = static_cast<float>(ratePercent / 100.0);
   const float perCompounding = a / static_cast<float>(k);
   const double base = 1.0 + static_cast<double>(perCompounding);
@@ -206,11 +218,14 @@ Mortgage solveMortgage(const MortgageInput& input) {
   mortgage.principal = solveFor == SolveFor::Principal ? 0.0 : input.principal;
   mortgage.payment = solveFor == SolveFor::Payment ? 0.0 : input.payment;
   mortgage.years = input.years;
+  const Solving solving = solveUnknown(mortgage, solveFor, rates.monthlyRate);
+  mortgage.solved = solving.solved;
+  mortgage.status = solving.status;
+  if (!mortgage.solved) return mortgage;
   try {
-    solveUnknown(mortgage, input, rates.monthlyRate);
     mortgage.totalInterest =
         finite(mortgage.payment * kMonths * mortgage.years - mortgage.principal);
-    schedule(mortgage, rowOf(input.choices.frequency), rates.periodRate);
+    schedule(mortgage, rowOf(kPaymentFrequencies, input.choices.frequency), rates.periodRate);
     mortgage.complete = true;
   } catch (const ArithmeticError&) {
     // `complete` stays false.
@@ -218,115 +233,62 @@ Mortgage solveMortgage(const MortgageInput& input) {
   return mortgage;
 }
 
-MortgageTexts loadMortgage(Global& global) {
-  const Global fresh;
-  global.MortgageInputs = fresh.MortgageInputs;
-  global.DaysOption = fresh.DaysOption;
-  global.DaysInYear = fresh.DaysInYear;
-  global.BiweeklyPerYear = fresh.BiweeklyPerYear;
-  global.WeeklyPerYear = fresh.WeeklyPerYear;
+MortgageTexts loadMortgage(BoxState& boxes, DaysInYearState& days) {
+  boxes.MortgageInputs = {};
+  days = {};
   MortgageTexts shown;
-  shown.principal = loadBox(global, boxRule("MTInPrincipal"));
-  shown.rate = loadBox(global, boxRule("MTInRate"));
-  shown.term = loadBox(global, boxRule("MTInTerm"));
-  shown.payment = loadBox(global, boxRule("MTInMthPayment"));
+  shown.principal = loadBox(boxes, boxRule(kMortgageBoxes, "MTInPrincipal"));
+  shown.rate = loadBox(boxes, boxRule(kMortgageBoxes, "MTInRate"));
+  shown.term = loadBox(boxes, boxRule(kMortgageBoxes, "MTInTerm"));
+  shown.payment = loadBox(boxes, boxRule(kMortgageBoxes, "MTInMthPayment"));
   return shown;
 }
 
 bool countsDays(PaymentFrequency frequency) {
-  return rowOf(frequency).rateCount != RateCount::Whole;
+  return rowOf(kPaymentFrequencies, frequency).rateCount != RateCount::Whole;
 }
 
-std::int16_t leaveDaysInYear(Global& global, PaymentFrequency frequency) {
+std::int16_t leaveDaysInYear(DaysInYearState& days, PaymentFrequency frequency) {
   if (!countsDays(frequency))
-    global.DaysOption = kDaysNotApplicable;
-  else if (global.DaysOption == kDaysNotApplicable)
-    global.DaysOption = 1;
-  if (global.DaysOption != kDaysNotApplicable) {
-    const DaysInYearRow& row = kDaysInYear.at(static_cast<std::size_t>(global.DaysOption));
-    global.DaysInYear = row.days;
-    global.BiweeklyPerYear = row.biweeklyPerYear;
-    global.WeeklyPerYear = row.weeklyPerYear;
+    days.DaysOption = kDaysNotApplicable;
+  else if (days.DaysOption == kDaysNotApplicable)
+    days.DaysOption = 1;
+  if (days.DaysOption != kDaysNotApplicable) {
+    const DaysInYearRow& row = kDaysInYear.at(static_cast<std::size_t>(days.DaysOption));
+    days.DaysInYear = row.days;
+    days.BiweeklyPerYear = row.biweeklyPerYear;
+    days.WeeklyPerYear = row.weeklyPerYear;
   }
-  return global.DaysOption;
+  return days.DaysOption;
 }
 
-MortgageOutcome recalculateMortgage(Global& global, const MortgageChoices& choices,
-                                    MortgageTexts& shown) {
-  const Mortgage mortgage = recalculate(global, choices, shown);
+MortgageOutcome RecalculateMortgage(BoxState& boxes, const DaysInYearState& days,
+                                    const MortgageChoices& choices, MortgageTexts& shown) {
+  const Mortgage mortgage = recalculate(boxes, days, choices, shown);
   return mortgage.complete ? MortgageOutcome{} : failureOf(mortgage.status);
 }
 
-MortgageOutcome calculateMortgage(Global& global, const MortgageChoices& choices,
+MortgageOutcome calculateMortgage(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                  const DaysInYearState& days, const MortgageChoices& choices,
                                   MortgageTexts& shown) {
-  const Mortgage mortgage = recalculate(global, choices, shown);
+  const Mortgage mortgage = recalculate(boxes, days, choices, shown);
   if (!mortgage.complete) return failureOf(mortgage.status);
   try {
     const Currency conventional = ToCurrency(mortgage.totalInterest);
     const Currency atFrequency = ToCurrency(mortgage.interestPaid);
-    startOverIfAsked(global);
-    countComparison(global);
-    appendBlock(global.ReportLines[1], choices, shown);
-    const auto comparison = static_cast<std::size_t>(global.ComparisonCount);
-    global.ComparisonTotals.at(comparison, 1) = conventional;
-    global.ComparisonTotals.at(comparison, 2) = atFrequency;
+    startOverIfAsked(reports);
+    countComparison(reports, chart);
+    appendBlock(reports.ReportLines[1], choices, shown);
+    const auto comparison = static_cast<std::size_t>(reports.ComparisonCount);
+    reports.ComparisonTotals.at(comparison, 1) = conventional;
+    reports.ComparisonTotals.at(comparison, 2) = atFrequency;
   } catch (const ArithmeticError&) {
     return failureOf(SolveStatus::NoKnownProblem);
   }
-  global.ChartCount = global.ComparisonCount;
-  global.ChartKind = chart::kMortgage;
-  global.ChartTitle = "Totals for comparisons, number ";
-  return {showComparisons(global), {}};
-}
-
-std::string mortgageHelp() {
-  constexpr std::string_view kLines[] = {
-      "Calculations are automatic, change the",
-      "values in any green input box and on",
-      "leaving the box a new result is calculated",
-      "and shown in the white result boxes.",
-      "",
-      "Compare up to 10 different Mortgages.",
-      "Click Calculate to show results in the",
-      "Results textbox after each change made.",
-      "",
-      "Conventional Mortgage: Calculation, inputs",
-      "and results are for normal (conventional)",
-      "mortgages. Interest compounding periods per",
-      "year: U.S.A. = Monthly, Canada = Semiannual.",
-      "",
-      "Select to find: Change to Principal, Years or",
-      "Payment to solve for these. White result box",
-      "shows beside whichever one is selected.",
-      "",
-      "Example: To solve for how much Principal you",
-      "could afford for a given Monthly payment.",
-      "In Select to find: click on Principal, then",
-      "type in the Monthly payment, on leaving the",
-      "box, results will show in the white boxes.",
-      "",
-      "When using Select to find: - Years: Box",
-      "will show results to two decimal places but",
-      "will only allow whole year input.",
-      "",
-      "Since a (conventional) normal mortgage is",
-      "based on 360 days per year, use Monthly",
-      "settings for loans also.",
-      "",
-      "Accelerated Mortgage: Biweekly(acl) and",
-      "Weekly(acl). Shows results for selected",
-      "'Frequency and type of payment'.",
-      "",
-      "Days in year: Some lenders use different",
-      "days in year to calculate accelerated",
-      "mortgages. Most use 365 days. Monthly or",
-      "Semimonthly calculations are not affected",
-      "and the option button is disabled when",
-      "using these.",
-  };
-  std::string help;
-  for (const std::string_view line : kLines) appendLine(help, line);
-  return help;
+  chart.ChartCount = reports.ComparisonCount;
+  chart.ChartKind = ChartKind::Mortgage;
+  chart.ChartTitle = "Totals for comparisons, number ";
+  return {showComparisons(reports), {}};
 }
 
 }  // namespace mirelund

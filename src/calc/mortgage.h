@@ -8,10 +8,67 @@
 #include <string>
 #include <string_view>
 
-#include "app/currency.h"
-#include "app/global.h"
+#include "app/input_boxes.h"
+#include "base/currency.h"
+#include "base/table.h"
 
 namespace mirelund {
+
+/// The page's boxes.
+inline constexpr auto kMortgageBoxes = boxTable({
+    {"MTInPrincipal",
+     0,
+     "Principal amount of mortgage",
+     {},
+     BoxStore::MortgageInputs,
+     1,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(100000)},
+    {"MTInRate",
+     0,
+     "Annual interest rate %",
+     {},
+     BoxStore::MortgageInputs,
+     2,
+     KeyFilter::Decimal,
+     3,
+     "###.000",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::fromTenThousandths(65000)},
+    {"MTInTerm",
+     0,
+     "Amortization period in years",
+     {},
+     BoxStore::MortgageInputs,
+     3,
+     KeyFilter::WholeNumber,
+     0,
+     "###",
+     BoxLook::Years,
+     5,
+     true,
+     Currency::whole(25)},
+    {"MTInMthPayment",
+     0,
+     "Monthly principal + interest",
+     {},
+     BoxStore::MortgageInputs,
+     4,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(0)},
+});
 
 /// MTCompPeriod, in the order of the list.
 enum class CompoundingPeriod : std::uint8_t { Monthly, Bimonthly, Quarterly, Semiannual, Annual };
@@ -30,6 +87,7 @@ inline constexpr std::array<CompoundingPeriodRow, 5> kCompoundingPeriods{{
     {CompoundingPeriod::Semiannual, "Semiannual", 2},
     {CompoundingPeriod::Annual, "Annual", 1},
 }};
+static_assert(standsInOrder(kCompoundingPeriods, &CompoundingPeriodRow::period));
 
 /// MTFreqPmt, in the order of the list.
 enum class PaymentFrequency : std::uint8_t {
@@ -65,10 +123,11 @@ inline constexpr std::array<PaymentFrequencyRow, 6> kPaymentFrequencies{{
     {PaymentFrequency::WeeklyAccelerated, "Weekly(acl)", "w(a)", 52, RateCount::WeeklyPerYear, 1,
      4},
 }};
+static_assert(standsInOrder(kPaymentFrequencies, &PaymentFrequencyRow::frequency));
 
 /// MTIRFactor, elements 0 to 5. The per-year counts are days / 14 and days / 7 as
 /// printed with eight decimals: constants, not computed. Until the list or a button
-/// is left, Global has the quotients themselves: required (Mortgage.LoadsThePage).
+/// is left, DaysInYearState has the quotients themselves: required (Mortgage.LoadsThePage).
 struct DaysInYearRow {
   std::string_view caption;
   Currency days;
@@ -88,6 +147,15 @@ inline constexpr std::array<DaysInYearRow, 6> kDaysInYear{{
 /// The seventh button, without a caption: Monthly and Semimonthly count no days.
 inline constexpr std::int16_t kDaysNotApplicable = 6;
 
+/// Days in year of the two-weekly and weekly schedules: the button chosen and what
+/// it stands for.
+struct DaysInYearState {
+  std::int16_t DaysOption = 1;
+  Currency DaysInYear = Currency::whole(365);
+  double BiweeklyPerYear = 365.0 / 14.0;
+  double WeeklyPerYear = 365.0 / 7.0;
+};
+
 /// "Select to find:", one option button each.
 enum class SolveFor : std::uint8_t { Payment, Principal, Years };
 
@@ -103,6 +171,7 @@ inline constexpr std::array<SolveForRow, 3> kSolveFor{{
     {SolveFor::Principal, "MTPrincipalOpt", "Principal", "MTInPrincipal"},
     {SolveFor::Years, "MTTermOpt", "Years", "MTInTerm"},
 }};
+static_assert(standsInOrder(kSolveFor, &SolveForRow::solveFor));
 
 /// The page's lists and options.
 struct MortgageChoices {
@@ -198,7 +267,7 @@ struct MortgageOutcome {
 
 /// The page as it starts: MortgageInputs, days in year and the four boxes'
 /// initial texts. Nothing is calculated yet, the result labels are empty.
-MortgageTexts loadMortgage(Global& global);
+MortgageTexts loadMortgage(BoxState& boxes, DaysInYearState& days);
 
 /// Whether the days in year matter: Monthly and Semimonthly count months.
 bool countsDays(PaymentFrequency frequency);
@@ -206,22 +275,20 @@ bool countsDays(PaymentFrequency frequency);
 /// Leaving MTFreqPmt or an MTIRFactor button: Monthly and Semimonthly turn the
 /// days off (6), another frequency turns them on again at 365; then DaysInYear,
 /// BiweeklyPerYear and WeeklyPerYear follow DaysOption. The button to select.
-std::int16_t leaveDaysInYear(Global& global, PaymentFrequency frequency);
+std::int16_t leaveDaysInYear(DaysInYearState& days, PaymentFrequency frequency);
 
-/// RecalculateMortgage: solves for the unknown, writes it back to MortgageInputs
+/// Solves for the unknown, writes it back to MortgageInputs
 /// and into its box's text, fills the result labels' texts. A failure empties the
 /// labels (MTDaysInYear stays) and says what to show; typed values stay.
-MortgageOutcome recalculateMortgage(Global& global, const MortgageChoices& choices,
-                                    MortgageTexts& shown);
+MortgageOutcome RecalculateMortgage(BoxState& boxes, const DaysInYearState& days,
+                                    const MortgageChoices& choices, MortgageTexts& shown);
 
 /// MTCalculate: recalculates, appends the block to ReportLines(1), stores the two
 /// totals of comparison i, taken from the numbers behind the texts, in
 /// ComparisonTotals(i, 1) and (i, 2). When the recalculation fails, or a total is
 /// beyond Currency (message 3), nothing is appended, counted or charted.
-MortgageOutcome calculateMortgage(Global& global, const MortgageChoices& choices,
+MortgageOutcome calculateMortgage(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                  const DaysInYearState& days, const MortgageChoices& choices,
                                   MortgageTexts& shown);
-
-/// MTHelp: the page's help text.
-std::string mortgageHelp();
 
 }  // namespace mirelund

@@ -7,7 +7,8 @@
 #include <QRadioButton>
 
 #include "app/filtered_edit.h"
-#include "app/ui_text.h"
+#include "base/ui_text.h"
+#include "calc/mortgage_help.h"
 #include "dialogs/prompts.h"
 
 namespace mirelund {
@@ -56,7 +57,7 @@ QLabel* makeHeading(const QString& text) {
 
 }  // namespace
 
-MortgagePage::MortgagePage(PageHost& host) : CalculatorPage(host, CalculatorPageIndex::Mortgage) {
+MortgagePage::MortgagePage(PageHost& host) : CalculatorPage(host, kMortgageBoxes) {
   auto* grid = new QGridLayout;
   grid->addWidget(makeHeading("Conventional mortgage"), 0, 0, 1, 2);
   MTCompPeriod_ = addListRow(grid, "MTCompPeriod", "Interest compounding periods per year",
@@ -78,18 +79,27 @@ MortgagePage::MortgagePage(PageHost& host) : CalculatorPage(host, CalculatorPage
              &MortgagePage::MTPrint_Click);
 }
 
+void (MortgagePage::*MortgagePage::clickOf(SolveFor solveFor))() {
+  switch (solveFor) {
+    case SolveFor::Principal:
+      return &MortgagePage::MTPrincipalOpt_Click;
+    case SolveFor::Years:
+      return &MortgagePage::MTTermOpt_Click;
+    case SolveFor::Payment:
+      break;
+  }
+  return &MortgagePage::MTPaymentOpt_Click;
+}
+
 QGroupBox* MortgagePage::makeSolveFor() {
   auto* frame = new QGroupBox("Select to", this);
   auto* column = new QVBoxLayout(frame);
   column->addWidget(new QLabel("find:", frame));
-  constexpr void (MortgagePage::*kClicked[])() = {&MortgagePage::MTPaymentOpt_Click,
-                                                  &MortgagePage::MTPrincipalOpt_Click,
-                                                  &MortgagePage::MTTermOpt_Click};
   solveFor_ = new QButtonGroup(this);
   for (const SolveForRow& row : kSolveFor) {
     auto* option = new QRadioButton(toQString(row.caption), frame);
     option->setObjectName(toQString(row.option));
-    connect(option, &QRadioButton::clicked, this, kClicked[static_cast<int>(row.solveFor)]);
+    connect(option, &QRadioButton::clicked, this, clickOf(row.solveFor));
     solveFor_->addButton(option, static_cast<int>(row.solveFor));
     column->addWidget(option, 0, Qt::AlignLeft);
   }
@@ -132,8 +142,8 @@ void MortgagePage::load() {
   MTFreqPmt_->setCurrentIndex(static_cast<int>(PaymentFrequency::BiweeklyAccelerated));
   solveFor_->button(static_cast<int>(SolveFor::Payment))->setChecked(true);
   choose(SolveFor::Payment);
-  shown_ = loadMortgage(global());
-  MTIRFactor_->button(global().DaysOption)->setChecked(true);
+  shown_ = loadMortgage(boxes(), days_);
+  MTIRFactor_->button(days_.DaysOption)->setChecked(true);
   showTexts();
 }
 
@@ -168,22 +178,22 @@ void MortgagePage::controlLeft(QWidget* control) {
   if (control == MTFreqPmt_ || MTIRFactor_->buttons().contains(control))
     MTFreqPmt_LostFocus();
   else if (qobject_cast<BoxEdit*>(control) != nullptr)
-    RecalculateMortgage();
+    recalculate();
 }
 
 void MortgagePage::MTFreqPmt_LostFocus() {
-  MTIRFactor_->button(leaveDaysInYear(global(), choices().frequency))->setChecked(true);
-  RecalculateMortgage();
+  MTIRFactor_->button(leaveDaysInYear(days_, choices().frequency))->setChecked(true);
+  recalculate();
 }
 
 void MortgagePage::MTIRFactor_Click(int element) {
-  global().DaysOption = static_cast<std::int16_t>(element);
+  days_.DaysOption = static_cast<std::int16_t>(element);
 }
 
-void MortgagePage::RecalculateMortgage() {
+void MortgagePage::recalculate() {
   if (quiet_) return;
   readBoxes();
-  const MortgageOutcome outcome = recalculateMortgage(global(), choices(), shown_);
+  const MortgageOutcome outcome = RecalculateMortgage(boxes(), days_, choices(), shown_);
   showTexts();
   host().afterClick([this, outcome, solveFor = chosen_] {
     // The click may have chosen another unknown, or turned to another page.
@@ -206,13 +216,14 @@ void MortgagePage::MTCalculate_Click() {
   quiet_ = false;
   if (!accepted) return;
   readBoxes();
-  const MortgageOutcome outcome = calculateMortgage(global(), choices(), shown_);
+  const MortgageOutcome outcome =
+      calculateMortgage(boxes(), reports(), chart(), days_, choices(), shown_);
   showTexts();
   tell(outcome);
 }
 
 void MortgagePage::MTHelp_Click() {
-  host().show(showHelp(global(), mortgageHelp()));
+  host().show(showHelp(reports(), mortgageHelp()));
 }
 
 void MortgagePage::MTPrint_Click() {

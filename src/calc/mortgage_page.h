@@ -25,6 +25,7 @@ class MortgagePage : public CalculatorPage {
   void MTHelp_Click();
   void MTPrint_Click();
 
+  static void (MortgagePage::*clickOf(SolveFor solveFor))();
   QGroupBox* makeSolveFor();
   QGroupBox* makeDaysInYear();
   void addResultRow(QGridLayout* grid, const char* name, const QString& label);
@@ -34,7 +35,7 @@ class MortgagePage : public CalculatorPage {
   MortgageChoices choices() const;
   void readBoxes();
   void showTexts();
-  void RecalculateMortgage();
+  void recalculate();
   void tell(const MortgageOutcome& outcome);
 
   QComboBox* MTCompPeriod_;
@@ -42,6 +43,7 @@ class MortgagePage : public CalculatorPage {
   QButtonGroup* MTIRFactor_;
   QButtonGroup* solveFor_;
   SolveFor chosen_ = SolveFor::Payment;
+  DaysInYearState days_;
   MortgageTexts shown_;
   /// Leaving a control tells nothing: Calculate recalculates and tells by itself,
   /// and a failure that was just told moves the focus to the payment.

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/pages.h"
 
+#include <array>
+
+#include "base/table.h"
 #include "calc/capital_required_page.h"
 #include "calc/compound_gain_page.h"
 #include "calc/investment_growth_page.h"
@@ -17,14 +20,17 @@ std::unique_ptr<CalculatorPage> make(PageHost& host) {
   return std::make_unique<Page>(host);
 }
 
-constexpr CalculatorPageEntry kPages[] = {
-    {"Pension growth", make<PensionGrowthPage>},
-    {"Mortgage tables", make<MortgagePage>},
-    {"Invested growth", make<InvestmentGrowthPage>},
-    {"Retired income", make<RetirementIncomePage>},
-    {"Compound gain", make<CompoundGainPage>},
-    {" Capital required", make<CapitalRequiredPage>},
-};
+using Page = CalculatorPageIndex;
+
+constexpr std::array<CalculatorPageEntry, 6> kPages{{
+    {Page::PensionGrowth, "Pension growth", make<PensionGrowthPage>},
+    {Page::Mortgage, "Mortgage tables", make<MortgagePage>},
+    {Page::InvestmentGrowth, "Invested growth", make<InvestmentGrowthPage>},
+    {Page::RetirementIncome, "Retired income", make<RetirementIncomePage>},
+    {Page::CompoundGain, "Compound gain", make<CompoundGainPage>},
+    {Page::CapitalRequired, " Capital required", make<CapitalRequiredPage>},
+}};
+static_assert(standsInOrder(kPages, &CalculatorPageEntry::page));
 
 }  // namespace
 

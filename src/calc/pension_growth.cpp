@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/pension_growth.h"
 
-#include "app/formatting.h"
 #include "charts/chart_kind.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
@@ -12,8 +10,8 @@ namespace {
 constexpr std::string_view kWideUnderline =
     "___________________________________________________________";
 
-PensionGrowthInput inputOf(const Global& global) {
-  const auto& slots = global.InputValues;
+PensionGrowthInput inputOf(const BoxState& boxes) {
+  const auto& slots = boxes.InputValues;
   return {slots[1], slots[2], slots[3], slots[4], slots[5], slots[6], slots[7], slots[8]};
 }
 
@@ -85,60 +83,27 @@ PensionGrowth pensionGrowth(const PensionGrowthInput& input) {
   return result;
 }
 
-Outcome calculatePensionGrowth(Global& global, const PensionGrowthTexts& texts) {
-  global.BoxEdited = 0;
-  // Required, and without effect: the manager holds no funds while the
-  // calculator window is in use (PensionGrowth.ForgetsTheFundCount).
-  global.FundCount = 0;
+Outcome calculatePensionGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                               const PensionGrowthTexts& texts) {
+  boxes.BoxEdited = 0;
   try {
-    const PensionGrowthInput input = inputOf(global);
+    const PensionGrowthInput input = inputOf(boxes);
     const PensionGrowth result = pensionGrowth(input);
     std::string report = reportOf(texts, result);
-    storeTable(global.ComparisonTable, result.rows, result.totals);
-    global.ComparisonTable.at(0, 4) = input.balance;
+    storeTable(reports.ComparisonTable, result.rows, result.totals);
+    reports.ComparisonTable.at(0, 4) = input.balance;
     for (std::size_t i = 0; i < result.salaries.size(); ++i)
-      global.ComparisonTable.at(i + 1, 0) = result.salaries[i];
-    global.ChartCount = static_cast<std::int16_t>(result.rows.size());
-    global.ChartKind = chart::kPensionGrowth;
-    global.ChartTitle = " Pension growth over ";
-    Outcome outcome = replaceReport(global, std::move(report));
+      reports.ComparisonTable.at(i + 1, 0) = result.salaries[i];
+    chart.ChartCount = static_cast<std::int16_t>(result.rows.size());
+    chart.ChartKind = ChartKind::PensionGrowth;
+    chart.ChartTitle = " Pension growth over ";
+    Outcome outcome = replaceReport(reports, std::move(report));
     appendLine(outcome.results);
     outcome.results += "                            Hidden column >";
     return outcome;
   } catch (const ArithmeticError&) {
-    return Outcome::failed(message::kWrongEntry);
+    return Outcome::failed(Message::WrongEntry);
   }
-}
-
-// "have already have" is required: PensionGrowth.HelpKeepsItsTexts.
-std::string pensionGrowthHelp() {
-  std::string help;
-  appendLine(help, "To view the hidden Value column on the");
-  appendLine(help, "right use the scroll bar.");
-  appendLine(help);
-  appendLine(help, "If you have already have a plan, type the");
-  appendLine(help, "current balance. If none type 0.");
-  appendLine(help);
-  appendLine(help, "Type in your current annual salary.");
-  appendLine(help);
-  appendLine(help, "Type in your annual contribution rate.");
-  appendLine(help);
-  appendLine(help, "Your company contribution rate. If none");
-  appendLine(help, "type 0.");
-  appendLine(help);
-  appendLine(help, "Type in the estimated percentage of annual");
-  appendLine(help, "salary increase.");
-  appendLine(help);
-  appendLine(help, "Type estimated annual interest/growth rate.");
-  appendLine(help);
-  appendLine(help, "Type in inflation rate. Current Value each");
-  appendLine(help, "year will be reduced at this rate.");
-  appendLine(help);
-  appendLine(help, "Type in the estimated number of years to");
-  appendLine(help, "retirement.");
-  appendLine(help);
-  appendLine(help, "In USA also use for 401(k) investment plan.");
-  return help;
 }
 
 }  // namespace mirelund

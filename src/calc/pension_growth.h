@@ -6,11 +6,119 @@
 #include <string>
 #include <vector>
 
-#include "app/currency.h"
-#include "app/global.h"
+#include "app/input_boxes.h"
+#include "base/currency.h"
 #include "calc/calculation.h"
 
 namespace mirelund {
+
+/// The page's boxes.
+inline constexpr auto kPensionGrowthBoxes = boxTable({
+    {"PGInCurrBalance",
+     0,
+     "Current balance in account",
+     {},
+     BoxStore::InputValues,
+     1,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(0)},
+    {"PGInCurrAnnSalary",
+     0,
+     "My current annual salary",
+     {},
+     BoxStore::InputValues,
+     2,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(40000)},
+    {"PGInAnnContribRate",
+     0,
+     "My annual contribution rate %",
+     {},
+     BoxStore::InputValues,
+     3,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(4)},
+    {"PGInCompAnnContribRate",
+     0,
+     "Company annual contribution rate %",
+     {},
+     BoxStore::InputValues,
+     4,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(4)},
+    {"PGInEstSalIncrease",
+     0,
+     "Estimated annual salary increase %",
+     {},
+     BoxStore::InputValues,
+     5,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(4)},
+    {"PGInAnnIntGrowthRate",
+     0,
+     "Annual interest/growth rate %",
+     {},
+     BoxStore::InputValues,
+     6,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(10)},
+    {"PGInEstAnnFlatRate",
+     0,
+     "Estimated annual inflation rate %",
+     {},
+     BoxStore::InputValues,
+     7,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(0)},
+    {"PGInNumYearsToRetire",
+     0,
+     "Number of years to retirement",
+     {},
+     BoxStore::InputValues,
+     8,
+     KeyFilter::WholeNumber,
+     0,
+     "###",
+     BoxLook::Years,
+     3,
+     true,
+     Currency::whole(25)},
+});
 
 /// All rates are annual, in percent, and used as they are.
 struct PensionGrowthInput {
@@ -60,9 +168,7 @@ struct PensionGrowthTexts {
 /// salary, row 0 column 4 the balance) and the chart selectors. A failure gives
 /// message 3 and leaves all of them as they were. The results to show end with a
 /// hint to the hidden column that the printed report does not have.
-Outcome calculatePensionGrowth(Global& global, const PensionGrowthTexts& texts);
-
-/// PGHelp: the page's help text.
-std::string pensionGrowthHelp();
+Outcome calculatePensionGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                               const PensionGrowthTexts& texts);
 
 }  // namespace mirelund

@@ -4,11 +4,11 @@
 #include <QGridLayout>
 
 #include "calc/pension_growth.h"
+#include "calc/pension_growth_help.h"
 
 namespace mirelund {
 
-PensionGrowthPage::PensionGrowthPage(PageHost& host)
-    : CalculatorPage(host, CalculatorPageIndex::PensionGrowth) {
+PensionGrowthPage::PensionGrowthPage(PageHost& host) : CalculatorPage(host, kPensionGrowthBoxes) {
   auto* grid = new QGridLayout;
   addAllBoxRows(grid);
   addContent(grid);
@@ -18,18 +18,19 @@ PensionGrowthPage::PensionGrowthPage(PageHost& host)
 
 void PensionGrowthPage::PGCalculate_Click() {
   if (!host().leaveFocused()) return;
-  host().show(calculatePensionGrowth(global(), {.balance = textOf("PGInCurrBalance"),
-                                                .salary = textOf("PGInCurrAnnSalary"),
-                                                .own = textOf("PGInAnnContribRate"),
-                                                .company = textOf("PGInCompAnnContribRate"),
-                                                .salaryIncrease = textOf("PGInEstSalIncrease"),
-                                                .growth = textOf("PGInAnnIntGrowthRate"),
-                                                .inflation = textOf("PGInEstAnnFlatRate"),
-                                                .years = textOf("PGInNumYearsToRetire")}));
+  host().show(calculatePensionGrowth(boxes(), reports(), chart(),
+                                     {.balance = textOf("PGInCurrBalance"),
+                                      .salary = textOf("PGInCurrAnnSalary"),
+                                      .own = textOf("PGInAnnContribRate"),
+                                      .company = textOf("PGInCompAnnContribRate"),
+                                      .salaryIncrease = textOf("PGInEstSalIncrease"),
+                                      .growth = textOf("PGInAnnIntGrowthRate"),
+                                      .inflation = textOf("PGInEstAnnFlatRate"),
+                                      .years = textOf("PGInNumYearsToRetire")}));
 }
 
 void PensionGrowthPage::PGHelp_Click() {
-  host().show(showHelp(global(), pensionGrowthHelp()));
+  host().show(showHelp(reports(), pensionGrowthHelp()));
 }
 
 void PensionGrowthPage::PGPrint_Click() {

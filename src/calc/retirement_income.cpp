@@ -3,18 +3,14 @@
 
 #include <cmath>
 
-#include "app/formatting.h"
-#include "app/input_boxes.h"
 #include "charts/chart_kind.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
 namespace {
 
-const WithdrawalChoiceRow& rowOf(const Global& global) {
-  return kWithdrawalChoices[global.WithdrawalOption == kWithdrawalChoices[1].withdrawalOption ? 1
-                                                                                              : 0];
+const WithdrawalChoiceRow& choiceRow(std::int16_t WithdrawalOption) {
+  return kWithdrawalChoices[WithdrawalOption == kWithdrawalChoices[1].withdrawalOption ? 1 : 0];
 }
 
 // One month: the value grows and gives the monthly amount. The interest is the
@@ -36,8 +32,8 @@ struct MonthlyAccount {
   }
 };
 
-RetirementIncome incomeOf(const Global& global, WithdrawalChoice choice) {
-  const auto& slots = global.InputValues;
+RetirementIncome incomeOf(const BoxState& boxes, WithdrawalChoice choice) {
+  const auto& slots = boxes.InputValues;
   if (choice == WithdrawalChoice::FixedAmount)
     return fixedIncome({slots[1], slots[2], slots[3], slots[4]});
   return percentageIncome({slots[1], slots[2], slots[3], slots[4]});
@@ -60,12 +56,12 @@ std::string reportOf(const WithdrawalChoiceRow& choice, const RetirementIncomeTe
   return report;
 }
 
-void clearChart(Global& global) {
-  global.ChartCount = 0;
-  global.ChartKind = 0;
-  global.ChartTitle.clear();
-  global.ChartPeriods = 0;
-  global.ChartPeriodsPerYear = 0;
+void clearChart(ChartSelectors& chart) {
+  chart.ChartCount = 0;
+  chart.ChartKind = {};
+  chart.ChartTitle.clear();
+  chart.ChartPeriods = 0;
+  chart.ChartPeriodsPerYear = 0;
 }
 
 }  // namespace
@@ -127,7 +123,7 @@ RetirementIncome fixedIncome(const FixedIncomeInput& input) {
   } while (year <= kMostYears && account.value > annual);
 
   if (year <= kMostYears) {
-    if (monthly.isZero()) detail::throwOverflow();
+    require(!monthly.isZero(), "nothing to withdraw");
     const Currency opening = account.value;
     const std::int64_t months = opening.tenThousandths() / monthly.tenThousandths();
     const double interest = account.payMonths(months, monthly);
@@ -141,103 +137,45 @@ RetirementIncome fixedIncome(const FixedIncomeInput& input) {
   return result;
 }
 
-Outcome calculateRetirementIncome(Global& global, const RetirementIncomeTexts& texts) {
-  global.BoxEdited = 0;
-  clearChart(global);
-  const WithdrawalChoiceRow& choice = rowOf(global);
+Outcome calculateRetirementIncome(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                  std::int16_t WithdrawalOption,
+                                  const RetirementIncomeTexts& texts) {
+  boxes.BoxEdited = 0;
+  clearChart(chart);
+  const WithdrawalChoiceRow& choice = choiceRow(WithdrawalOption);
   try {
-    const RetirementIncome income = incomeOf(global, choice.choice);
-    if (income.withdrawalTooLarge) return Outcome::failed(message::kWithdrawalTooLarge);
+    const RetirementIncome income = incomeOf(boxes, choice.choice);
+    if (income.withdrawalTooLarge) return Outcome::failed(Message::WithdrawalTooLarge);
     std::string report = reportOf(choice, texts, income);
-    storeTable(global.ComparisonTable, income.rows, income.totals);
+    storeTable(reports.ComparisonTable, income.rows, income.totals);
     const bool fixed = choice.choice == WithdrawalChoice::FixedAmount;
-    global.ChartCount = static_cast<std::int16_t>(income.rows.size());
-    global.ChartKind = fixed ? chart::kIncomeFixedAmount : chart::kIncomePercentage;
-    global.ChartTitle =
+    chart.ChartCount = static_cast<std::int16_t>(income.rows.size());
+    chart.ChartKind = fixed ? ChartKind::IncomeFixedAmount : ChartKind::IncomePercentage;
+    chart.ChartTitle =
         fixed ? "Retirement beginning balance over " : "Retirement ending balance over ";
-    return replaceReport(global, std::move(report));
+    return replaceReport(reports, std::move(report));
   } catch (const ArithmeticError&) {
-    return Outcome::failed(message::kWrongEntry);
+    return Outcome::failed(Message::WrongEntry);
   }
 }
 
-std::vector<ShownText> switchWithdrawalOption(Global& global, WithdrawalChoice choice) {
+std::vector<ShownText> SwitchWithdrawalOption(BoxState& boxes, Reports& reports,
+                                              std::int16_t& WithdrawalOption,
+                                              WithdrawalChoice choice) {
   const auto option = static_cast<int>(choice);
-  global.WithdrawalOption = kWithdrawalChoices[static_cast<std::size_t>(option)].withdrawalOption;
-  global.ReportLines[1].clear();
+  WithdrawalOption = rowOf(kWithdrawalChoices, choice).withdrawalOption;
+  reports.ReportLines[1].clear();
   std::vector<ShownText> shown;
   for (const char* box : {"RIInCurrValue", "RIInAnnIntGrowthRate"}) {
-    const BoxRule& rule = boxRule(box, option);
-    shown.push_back({rule.name, boxText(rule, global.InputValues[rule.slot])});
+    const BoxRule& rule = boxRule(kRetirementIncomeBoxes, box, option);
+    shown.push_back({rule.name, boxText(boxes, rule)});
   }
   for (const char* box : {"RIInAnnIncWDrawnRate", "RIInTimeInYrs"}) {
-    const BoxRule& rule = boxRule(box, option);
-    shown.push_back({rule.name, loadBox(global, rule)});
+    const BoxRule& rule = boxRule(kRetirementIncomeBoxes, box, option);
+    shown.push_back({rule.name, loadBox(boxes, rule)});
     shown.push_back({rule.labelName, std::string(rule.label)});
   }
   return shown;
-}
-
-// "neccessary" is required: RetirementIncome.HelpKeepsItsTexts.
-std::string retirementIncomeHelp(WithdrawalChoice choice) {
-  const std::string dollar(MoneySymbol);
-  std::string help;
-  const auto example = [&](std::string_view box, std::string_view value) {
-    appendExample(help, boxRule(box, static_cast<int>(choice)).label, value);
-  };
-  if (choice == WithdrawalChoice::Percentage) {
-    appendLine(help, "       Using Percentage Option");
-    appendLine(help);
-    example("RIInCurrValue", dollar + "100,000.00");
-    example("RIInAnnIntGrowthRate", "        20%");
-    example("RIInAnnIncWDrawnRate", "        15%");
-    example("RIInTimeInYrs", "        25");
-    appendLine(help);
-    appendLine(help, "Shows ", dollar, "100,000.00 amount invested on");
-    appendLine(help, "retirement at 20% Interest/Growth rate");
-    appendLine(help, "compounded annually for 25 years, after");
-    appendLine(help, "withdrawing 15% each year.");
-    appendLine(help);
-    appendLine(help, "Notice that both the Annual Income and the");
-    appendLine(help, "current Value each increase by 5% annually.");
-    appendLine(help, "This would compensate for inflation.");
-    appendLine(help);
-    appendLine(help, "Annual Income is defined as being made up");
-    appendLine(help, "of Annual Interest/Growth and the sale of");
-    appendLine(help, "some investments if neccessary to give the");
-    appendLine(help, "Income you require.");
-    return help;
-  }
-  appendLine(help, "       Using Fixed Amount Option");
-  appendLine(help);
-  example("RIInCurrValue", dollar + "100,000.00");
-  example("RIInAnnIntGrowthRate", "     10.00%");
-  example("RIInAnnIncWDrawnRate", "   1,000.00");
-  example("RIInTimeInYrs", "          0%");
-  appendLine(help);
-  appendLine(help, "Shows taking out a fixed amount monthly.");
-  appendLine(help);
-  appendLine(help, "If you are taking out more cash annually");
-  appendLine(help, "than is being generated by the Interest");
-  appendLine(help, "Growth rate, shows number of years before");
-  appendLine(help, "the Capital is gone.");
-  appendLine(help);
-  appendLine(help, "Increase annual income by % = 3.00%.");
-  appendLine(help, "Compensates for inflation by increasing the");
-  appendLine(help, "annual amount withdrawn by 3%.");
-  appendLine(help);
-  appendLine(help, "If the Annual Income is less than the");
-  appendLine(help, "Interest/Growth rate then the calculation");
-  appendLine(help, "ends at 40 years. Table shows annual totals");
-  appendLine(help, "based on monthly calculation of Income,");
-  appendLine(help, "Interest/Growth and Current Value.");
-  appendLine(help);
-  appendLine(help, "Annual Amount of Cash Withdrawn is defined");
-  appendLine(help, "as being made up of Annual Interest/Growth");
-  appendLine(help, "and the sale of some of your investments");
-  appendLine(help, "if neccessary to give the Income you");
-  appendLine(help, "require.");
-  return help;
 }
 
 }  // namespace mirelund

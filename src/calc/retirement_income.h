@@ -9,18 +9,59 @@
 #include <string_view>
 #include <vector>
 
-#include "app/currency.h"
-#include "app/global.h"
+#include "app/input_boxes.h"
+#include "base/currency.h"
+#include "base/table.h"
 #include "calc/calculation.h"
 
 namespace mirelund {
+
+/// The page's boxes.
+inline constexpr auto kRetirementIncomeBoxes = boxTable({
+    {"RIInCurrValue",
+     0,
+     "Starting value of investments",
+     {},
+     BoxStore::InputValues,
+     1,
+     KeyFilter::Decimal,
+     0,
+     "####,,###.00",
+     BoxLook::Money,
+     13,
+     false,
+     Currency::whole(100000)},
+    {"RIInAnnIntGrowthRate",
+     0,
+     "Annual interest/growth rate %",
+     {},
+     BoxStore::InputValues,
+     2,
+     KeyFilter::Decimal,
+     0,
+     "###.00",
+     BoxLook::Percent,
+     6,
+     false,
+     Currency::whole(20)},
+    {"RIInAnnIncWDrawnRate", 0, "Annual income withdrawn as a (%)", "Label32",
+     BoxStore::InputValues, 3, KeyFilter::Decimal, 0, "###.00", BoxLook::Percent, 6, false,
+     Currency::whole(15)},
+    {"RIInTimeInYrs", 0, "Time in years", "Label33", BoxStore::InputValues, 4,
+     KeyFilter::WholeNumber, 0, "###", BoxLook::Years, 6, true, Currency::whole(25)},
+    {"RIInAnnIncWDrawnRate", 1, "Monthly amount of cash withdrawn", "Label32",
+     BoxStore::InputValues, 3, KeyFilter::Decimal, 0, "####,###.00", BoxLook::Money, 11, false,
+     Currency::whole(1000)},
+    {"RIInTimeInYrs", 1, "Increase annual income by %", "Label33", BoxStore::InputValues, 4,
+     KeyFilter::Decimal, 0, "###.00", BoxLook::Percent, 6, false, Currency::whole(0)},
+});
 
 /// RIWDrawalChoice, in the order of its elements.
 enum class WithdrawalChoice : std::uint8_t { Percentage, FixedAmount };
 
 struct WithdrawalChoiceRow {
   WithdrawalChoice choice;
-  std::int16_t withdrawalOption;    ///< what WithdrawalOption holds while it is chosen
+  std::int16_t withdrawalOption;    ///< what the page's WithdrawalOption holds meanwhile
   std::string_view caption;         ///< of the option button
   std::string_view withdrawnLabel;  ///< in the report, in front of the third box
   std::string_view lastLabel;       ///< in front of the fourth
@@ -32,6 +73,7 @@ inline constexpr std::array<WithdrawalChoiceRow, 2> kWithdrawalChoices{{
     {WithdrawalChoice::FixedAmount, 2, "Fixed amount monthly",
      "Monthly amount of cash withdrawn:", "Increase annual income by:            "},
 }};
+static_assert(standsInOrder(kWithdrawalChoices, &WithdrawalChoiceRow::choice));
 
 struct PercentageIncomeInput {
   Currency value;
@@ -90,14 +132,15 @@ struct RetirementIncomeTexts {
 /// report, year table and selectors. Message 7 when more would be withdrawn than
 /// there is, message 3 for any other failure; report and table stay then, and
 /// there is nothing to chart.
-Outcome calculateRetirementIncome(Global& global, const RetirementIncomeTexts& texts);
+Outcome calculateRetirementIncome(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                                  std::int16_t WithdrawalOption,
+                                  const RetirementIncomeTexts& texts);
 
 /// SwitchWithdrawalOption: sets WithdrawalOption, empties ReportLines(1) and loads
 /// the option's own values into slots 3 and 4, whose meaning changes; slots 1 and
 /// 2 keep theirs. What the four boxes, Label32 and Label33 are to show.
-std::vector<ShownText> switchWithdrawalOption(Global& global, WithdrawalChoice choice);
-
-/// RIHelp: the text of the option in use.
-std::string retirementIncomeHelp(WithdrawalChoice choice);
+std::vector<ShownText> SwitchWithdrawalOption(BoxState& boxes, Reports& reports,
+                                              std::int16_t& WithdrawalOption,
+                                              WithdrawalChoice choice);
 
 }  // namespace mirelund

@@ -3,13 +3,14 @@
 
 #include <QGridLayout>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 #include "calc/retirement_income.h"
+#include "calc/retirement_income_help.h"
 
 namespace mirelund {
 
 RetirementIncomePage::RetirementIncomePage(PageHost& host)
-    : CalculatorPage(host, CalculatorPageIndex::RetirementIncome) {
+    : CalculatorPage(host, kRetirementIncomeBoxes) {
   QStringList captions;
   for (const auto& row : kWithdrawalChoices) captions << toQString(row.caption);
   const Options options = makeOptions("RIWDrawalChoice", "Withdrawal option", captions);
@@ -31,13 +32,13 @@ void RetirementIncomePage::load() {
 }
 
 void RetirementIncomePage::choose(int option) {
-  setOption(option, switchWithdrawalOption(global(), static_cast<WithdrawalChoice>(option)));
+  setOption(option, SwitchWithdrawalOption(boxes(), reports(), WithdrawalOption_,
+                                           static_cast<WithdrawalChoice>(option)));
 }
 
 void RetirementIncomePage::RIWDrawalChoice_Click(int option) {
   // Not a change: it is in force.
-  if (global().WithdrawalOption ==
-      kWithdrawalChoices[static_cast<std::size_t>(option)].withdrawalOption)
+  if (WithdrawalOption_ == kWithdrawalChoices[static_cast<std::size_t>(option)].withdrawalOption)
     return;
   host().leaveFocused();
   host().emptyReport();
@@ -46,14 +47,14 @@ void RetirementIncomePage::RIWDrawalChoice_Click(int option) {
 
 void RetirementIncomePage::RICalculate_Click() {
   if (!host().leaveFocused()) return;
-  host().show(calculateRetirementIncome(global(),
+  host().show(calculateRetirementIncome(boxes(), reports(), chart(), WithdrawalOption_,
                                         {textOf("RIInCurrValue"), textOf("RIInAnnIntGrowthRate"),
                                          textOf("RIInAnnIncWDrawnRate"), textOf("RIInTimeInYrs")}));
 }
 
 void RetirementIncomePage::RIHelp_Click() {
   const auto choice = static_cast<WithdrawalChoice>(RIWDrawalChoice_->checkedId());
-  host().show(showHelp(global(), retirementIncomeHelp(choice)));
+  host().show(showHelp(reports(), retirementIncomeHelp(choice)));
 }
 
 void RetirementIncomePage::RIPrint_Click() {

@@ -22,6 +22,7 @@ class RetirementIncomePage : public CalculatorPage {
   void choose(int option);
 
   QButtonGroup* RIWDrawalChoice_;
+  std::int16_t WithdrawalOption_ = 0;  ///< 2: a fixed amount is taken
 };
 
 }  // namespace mirelund

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 

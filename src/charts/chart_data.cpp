@@ -4,99 +4,28 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/formatting.h"
-#include "charts/chart_kind.h"
-#include "dialogs/messages.h"
+#include "app/report_line.h"
 
 namespace mirelund {
 
 namespace {
 
-using ValueOf = Currency (*)(const Global&, std::size_t);
-
-Currency yearEnd(const Global& global, std::size_t i) {
-  return global.ComparisonTable.at(i, 4);
-}
-
-Currency compactedYearEnd(const Global& global, std::size_t i) {
-  return global.ComparisonTable.at(i, 5);
-}
-
-Currency yearBeginning(const Global& global, std::size_t i) {
-  return i == 1 ? global.InputValues[1] : yearEnd(global, i - 1);
-}
-
-Currency firstTotal(const Global& global, std::size_t i) {
-  return global.ComparisonTotals.at(i, 1);
-}
-
-Currency secondTotal(const Global& global, std::size_t i) {
-  return global.ComparisonTotals.at(i, 2);
-}
-
-void compactToYearEnds(Global& global) {
-  const int periods = global.ChartPeriods;
-  const int perYear = global.ChartPeriodsPerYear;
-  if (perYear == 0) detail::throwOverflow();
-  CurrencyTable& table = global.ComparisonTable;
+void compactToYearEnds(CurrencyTable& table, ChartSelectors& chart) {
+  const int perYear = chart.ChartPeriodsPerYear;
+  require(perYear != 0, "no periods in a year");
   std::int16_t years = 0;
-  for (int period = 1; period <= periods; ++period) {
+  for (int period = 1; period <= chart.ChartPeriods; ++period) {
     if (period % perYear != 0) continue;
     ++years;
     const auto row = static_cast<std::size_t>(years);
     table.at(row, 1) = Currency::whole(years);
     table.at(row, 5) = table.at(static_cast<std::size_t>(period), 4);
   }
-  global.ChartCount = years;
+  chart.ChartCount = years;
 }
 
-struct SeriesRow {
-  std::string_view name;
-  ValueOf value;
-};
-
-// A title that is empty is made of ChartTitle, the count and " Years".
-struct ViewRow {
-  std::int16_t kind;
-  ChartAxis axis;
-  std::string_view caption;
-  std::string_view title;
-  std::string_view secondCaption;
-  std::string_view categoryTitle;
-  std::array<SeriesRow, 2> series;
-};
-
-constexpr std::string_view kYear = "Year";
-constexpr std::string_view kComparison = "Comparison";
-constexpr SeriesRow kNone{};
-
-// clang-format off
-constexpr ViewRow kViews[] = {
-  {chart::kCapitalRequired, ChartAxis::Money, "Capital required", {}, {}, kYear,
-   {{{"Value at the end of the year", yearEnd}, kNone}}},
-  {chart::kPensionGrowth, ChartAxis::Money, "Pension growth", {}, {}, kYear,
-   {{{"Value at the end of the year", yearEnd}, kNone}}},
-  {chart::kMortgage, ChartAxis::Money, "Mortgage comparisons", {},
-   "Total interest paid", kComparison,
-   {{{"Conventional", firstTotal}, {"At the chosen frequency", secondTotal}}}},
-  {chart::kCompoundGain, ChartAxis::Percent, "Compound gain",
-   "Annual percentage gain/loss comparisons", {}, kComparison,
-   {{{"Annual gain or loss", firstTotal}, kNone}}},
-  // "comparision" is required: ChartData.GrowthComparisons.
-  {chart::kGrowthComparisons, ChartAxis::Money, "Investment growth",
-   "Total growth values for each comparision", {}, kComparison,
-   {{{"Final value", firstTotal}, kNone}}},
-  {chart::kGrowthYears, ChartAxis::Money, "Invested growth", {}, {}, kYear,
-   {{{"Value at the end of the year", compactedYearEnd}, kNone}}},
-  {chart::kIncomeFixedAmount, ChartAxis::Money, "Retirement income", {}, {}, kYear,
-   {{{"Value at the beginning of the year", yearBeginning}, kNone}}},
-  {chart::kIncomePercentage, ChartAxis::Money, "Retirement income", {}, {}, kYear,
-   {{{"Value at the end of the year", yearEnd}, kNone}}},
-};
-// clang-format on
-
-std::size_t countOf(const Global& global) {
-  return global.ChartCount > 0 ? static_cast<std::size_t>(global.ChartCount) : 0;
+std::size_t countOf(const ChartSelectors& chart) {
+  return chart.ChartCount > 0 ? static_cast<std::size_t>(chart.ChartCount) : 0;
 }
 
 std::string valueText(ChartAxis axis, Currency value) {
@@ -130,56 +59,53 @@ std::vector<std::string> numbers(std::size_t count) {
   return texts;
 }
 
-void fillCalculatorView(ChartView& view, const ViewRow& row, Global& global) {
-  view.caption = row.caption;
-  view.axis = row.axis;
-  view.valueTitle = valueTitle(row.axis);
-  view.categoryTitle = row.categoryTitle;
-  view.secondCaption = row.secondCaption;
-  if (row.kind == chart::kGrowthYears) compactToYearEnds(global);
-  const std::size_t count = countOf(global);
+void fillCalculatorView(ChartView& view, const ChartViewRow& row, const ChartFigures& figures,
+                        const std::string& titlePrefix, std::size_t count) {
   for (const SeriesRow& series : row.series)
     if (series.value != nullptr)
       view.series.push_back(makeSeries(series.name, row.axis, count,
-                                       [&](std::size_t i) { return series.value(global, i); }));
-  view.categories = numbers(count);
+                                       [&](std::size_t i) { return series.value(figures, i); }));
   if (!row.title.empty())
     view.title = row.title;
   else if (row.secondCaption.empty())
-    view.title = global.ChartTitle + std::to_string(count) + " Years";
+    view.title = titlePrefix + std::to_string(count) + " Years";
 }
 
-void fillManagerView(ChartView& view, const ManagerViewRow& row, const Global& global,
-                     std::span<const std::string> fundNames) {
-  view.caption = "Investment manager charts";
-  view.managerButtons = true;
-  view.axis = row.axis;
-  view.valueTitle = valueTitle(row.axis);
-  view.categoryTitle = "Company/fund";
-  const std::size_t count = countOf(global);
-  view.series.push_back(makeSeries(row.seriesName, row.axis, count, [&](std::size_t i) {
-    return global.ComparisonTotals.at(i, row.column);
-  }));
-  view.categories = numbers(count);
-  for (std::size_t i = 0; i < count && i < fundNames.size(); ++i)
-    if (!fundNames[i].empty()) view.categories[i] = fundNames[i];
+void fillManagerView(ChartView& view, const ManagerViewRow& row, const CurrencyTable& totals,
+                     const std::vector<std::string>& names, std::size_t count) {
+  view.series.push_back(makeSeries(row.seriesName, row.axis, count,
+                                   [&](std::size_t i) { return totals.at(i, row.column); }));
+  for (std::size_t i = 0; i < count && i < names.size(); ++i)
+    if (!names[i].empty()) view.categories[i] = names[i];
   view.title = row.title;
 }
 
 }  // namespace
 
-ChartView makeChartView(Global& global, ManagerView manager,
-                        std::span<const std::string> fundNames) {
+ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                        ManagerView manager) {
   ChartView view;
+  const ChartViewRow* const row = chartView(chart.ChartKind);
+  if (row == nullptr) return view;
+  view.caption = row->caption;
+  view.secondCaption = row->secondCaption;
+  view.categoryTitle = row->categoryTitle;
+  view.managerButtons = row->kind == ChartKind::Manager;
+  const ManagerViewRow& managerRow = rowOf(kManagerViews, manager);
+  view.axis = view.managerButtons ? managerRow.axis : row->axis;
+  view.valueTitle = valueTitle(view.axis);
   try {
-    if (global.ChartKind == chart::kManager)
-      fillManagerView(view, kManagerViews.at(static_cast<std::size_t>(manager)), global, fundNames);
-    for (const ViewRow& row : kViews)
-      if (row.kind == global.ChartKind) fillCalculatorView(view, row, global);
+    if (row->kind == ChartKind::GrowthYears) compactToYearEnds(reports.ComparisonTable, chart);
+    const std::size_t count = countOf(chart);
+    view.categories = numbers(count);
+    if (view.managerButtons)
+      fillManagerView(view, managerRow, reports.ComparisonTotals, chart.ChartNames, count);
+    else
+      fillCalculatorView(view, *row, {boxes, reports}, chart.ChartTitle, count);
   } catch (const ArithmeticError&) {
     view.series.clear();
     view.categories.clear();
-    view.message = message::kCannotDraw;
+    view.message = Message::CannotDraw;
   }
   return view;
 }

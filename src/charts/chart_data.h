@@ -6,17 +6,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "app/global.h"
+#include "base/table.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
-
-/// What the value axis counts.
-enum class ChartAxis : std::uint8_t { Money, Percent };
 
 /// The manager's three views, one button each; the first is shown on opening.
 enum class ManagerView : std::uint8_t { GainDollars, GainPercent, TotalValue };
@@ -35,6 +33,7 @@ inline constexpr std::array<ManagerViewRow, 3> kManagerViews{{
     {ManagerView::TotalValue, "Current value of each company/fund", 3, ChartAxis::Money,
      "Current value"},
 }};
+static_assert(standsInOrder(kManagerViews, &ManagerViewRow::view));
 
 /// One bar per category; all series of a view have as many.
 struct ChartSeries {
@@ -44,8 +43,8 @@ struct ChartSeries {
 };
 
 struct ChartView {
-  /// 9 when the figures could not be read: there are no series then.
-  int message = 0;
+  /// CannotDraw when the figures could not be read: there are no series then.
+  Message message = Message::None;
   std::string caption;  ///< of the window
   std::string title;
   std::string secondCaption;  ///< a text below the chart, or empty
@@ -62,10 +61,9 @@ struct ChartView {
 /// ends: ComparisonTable(m, 1) becomes the year m and (m, 5) its end value,
 /// ChartCount the number of whole years; that overwrites the period numbers of
 /// the first rows, as required (ChartData.CompactsPeriodsToYearEnds). `manager`
-/// and `fundNames` (in fund-table order) serve kind 8 alone; a fund without a
-/// name is shown by its number.
-ChartView makeChartView(Global& global, ManagerView manager = ManagerView::GainDollars,
-                        std::span<const std::string> fundNames = {});
+/// and ChartNames serve kind 8 alone; a fund without a name is shown by its number.
+ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                        ManagerView manager = ManagerView::GainDollars);
 
 /// What a bar's tooltip says: its category, its series where there are several,
 /// its value.

@@ -9,9 +9,9 @@
 #include <array>
 #include <utility>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 #include "charts/bar_chart_widget.h"
-#include "dialogs/messages.h"
+#include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
 
@@ -62,20 +62,24 @@ QPushButton* PQGraph::addButton(QLayout* row, const char* name, const QString& c
 }
 
 void PQGraph::Form_Load() {
-  ChartView view = makeChartView(global_, ManagerView::GainDollars, global_.ChartNames);
+  ChartView view = viewOf(ManagerView::GainDollars);
   for (QPushButton* button : managerButtons_) button->setVisible(view.managerButtons);
   show(std::move(view));
 }
 
+ChartView PQGraph::viewOf(ManagerView manager) {
+  return makeChartView(global_.boxes, global_.reports, global_.chart, manager);
+}
+
 void PQGraph::showManagerView(ManagerView view) {
-  show(makeChartView(global_, view, global_.ChartNames));
+  show(viewOf(view));
 }
 
 void PQGraph::show(ChartView view) {
   setWindowTitle(toQString(view.caption));
-  const int message = view.message;
+  const Message message = view.message;
   MSChart1_->draw(std::move(view));
-  if (message != 0) prompts_.tell(this, message);
+  if (message != Message::None) prompts_.tell(this, message);
 }
 
 QImage PQGraph::printedImage() {
@@ -96,11 +100,13 @@ QImage PQGraph::printedImage() {
 }
 
 void PQGraph::PQGPrint_Click() {
-  if (!prompts_.ask(this, question::kPrint)) return;
-  const bool color = prompts_.ask(this, question::kPrintInColor);
-  QApplication::setOverrideCursor(Qt::WaitCursor);
-  const QImage image = printedImage();
-  QApplication::restoreOverrideCursor();
+  if (!prompts_.ask(this, Question::Print)) return;
+  const bool color = prompts_.ask(this, Question::PrintInColor);
+  QImage image;
+  {
+    const BusyPointer busy;
+    image = printedImage();
+  }
   constexpr double kMmPerInch = 25.4;
   printImage(image, kPrintedTwips.width() / kTwipsPerInch * kMmPerInch, color, printing_, prompts_,
              this);

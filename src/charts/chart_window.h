@@ -28,6 +28,7 @@ class PQGraph : public QDialog {
   void PQGExit_Click();
 
   void Form_Load();
+  ChartView viewOf(ManagerView manager);
   void showManagerView(ManagerView view);
   void show(ChartView view);
   using QDialog::show;

@@ -5,9 +5,10 @@
 #include <QFileInfo>
 #include <QMessageBox>
 
+#include "base/file_name.h"
+#include "base/ui_text.h"
 #include "dialogs/input_dialogs.h"
 #include "dialogs/message_dialogs.h"
-#include "dialogs/messages.h"
 
 namespace mirelund {
 
@@ -15,15 +16,15 @@ namespace {
 
 // The path with the ending of "... (*.PQD)" where its name has none.
 QString withEndingOf(const QString& filter, const QString& path) {
-  if (QFileInfo(path).fileName().lastIndexOf('.') > 0) return path;
-  return path + filter.section('*', -1).remove(')');
+  const QString ending = filter.section('*', -1).remove(')');
+  return fromPathBytes(withEnding(toPathBytes(path), toStdString(ending)));
 }
 
 }  // namespace
 
-void DialogPrompts::tell(QWidget* over, int message) {
-  global_.MessageNumber = static_cast<std::int16_t>(message);
-  AMsgbox(global_, over).exec();
+void DialogPrompts::tell(QWidget* over, Message message) {
+  state_.MessageNumber = message;
+  AMsgbox(state_, over).exec();
 }
 
 void DialogPrompts::warn(QWidget* over, const QString& text) {
@@ -31,14 +32,17 @@ void DialogPrompts::warn(QWidget* over, const QString& text) {
   box.exec();
 }
 
-bool DialogPrompts::ask(QWidget* over, int question) {
-  global_.QuestionNumber = static_cast<std::int16_t>(question);
-  AllYesNo(global_, over).exec();
-  return global_.QuestionNumber == question::kAnswerYes;
+bool DialogPrompts::ask(QWidget* over, Question question) {
+  state_.QuestionNumber = question;
+  AllYesNo(state_, over).exec();
+  return state_.QuestionNumber == Question::AnsweredYes;
 }
 
-void DialogPrompts::askLine(QWidget* over, const QString& caption, const QString& prompt) {
-  PrinterHeaderInput(global_, caption, prompt, over).exec();
+std::optional<QString> DialogPrompts::askLine(QWidget* over, const QString& caption,
+                                              const QString& prompt) {
+  PrinterHeaderInput(state_, caption, prompt, over).exec();
+  if (state_.PrintHeader == kCancelledLine) return std::nullopt;
+  return toQString(state_.PrintHeader);
 }
 
 std::optional<int> DialogPrompts::askRecordNumber(QWidget* over, const QString& prompt) {

@@ -2,19 +2,20 @@
 // Prompts as the person meets them: the program's dialogs and the platform's.
 #pragma once
 
-#include "app/global.h"
+#include "dialogs/dialog_state.h"
 #include "dialogs/prompts.h"
 
 namespace mirelund {
 
 class DialogPrompts : public Prompts {
  public:
-  explicit DialogPrompts(Global& global) : global_(global) {}
+  explicit DialogPrompts(DialogState& state) : state_(state) {}
 
-  void tell(QWidget* over, int message) override;
+  void tell(QWidget* over, Message message) override;
   void warn(QWidget* over, const QString& text) override;
-  bool ask(QWidget* over, int question) override;
-  void askLine(QWidget* over, const QString& caption, const QString& prompt) override;
+  bool ask(QWidget* over, Question question) override;
+  std::optional<QString> askLine(QWidget* over, const QString& caption,
+                                 const QString& prompt) override;
   std::optional<int> askRecordNumber(QWidget* over, const QString& prompt) override;
   QString askOpenPath(QWidget* over, const QString& title, const QString& initial,
                       const QString& filter) override;
@@ -22,7 +23,7 @@ class DialogPrompts : public Prompts {
                       const QString& filter) override;
 
  private:
-  Global& global_;
+  DialogState& state_;
 };
 
 }  // namespace mirelund

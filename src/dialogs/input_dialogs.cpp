@@ -9,7 +9,7 @@
 #include <QRegularExpressionValidator>
 #include <QVBoxLayout>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 
@@ -46,9 +46,9 @@ Form makeForm(QDialog* dialog, const QString& prompt, const QString& allowed,
 
 }  // namespace
 
-PrinterHeaderInput::PrinterHeaderInput(Global& global, const QString& caption,
+PrinterHeaderInput::PrinterHeaderInput(DialogState& state, const QString& caption,
                                        const QString& prompt, QWidget* over)
-    : CentredDialog(over), global_(global) {
+    : CentredDialog(over), state_(state) {
   setObjectName("PrinterHeaderInput");
   setWindowTitle(caption);
   const Form form = makeForm(this, prompt, R"([^"\p{Cc}]*)", "Continue &Printout", "&Cancel");
@@ -70,7 +70,7 @@ void PrinterHeaderInput::keyPressEvent(QKeyEvent* event) {
 }
 
 void PrinterHeaderInput::Acept_Click() {
-  global_.PrintHeader = toStdString(InFName_->text());
+  state_.PrintHeader = toStdString(InFName_->text());
   accept();
 }
 
@@ -79,7 +79,7 @@ void PrinterHeaderInput::NAcept_Click() {
 }
 
 void PrinterHeaderInput::reject() {
-  global_.PrintHeader = "1";
+  state_.PrintHeader = kCancelledLine;
   QDialog::reject();
 }
 

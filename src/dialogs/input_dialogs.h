@@ -12,14 +12,15 @@ class QPushButton;
 namespace mirelund {
 
 /// Asks for one line: the header of a printout, or the name of a new fund. The
-/// answer is left in Global::PrintHeader: the line, or "1" when cancelled. The
+/// answer is left in PrintHeader: the line, or "1" when cancelled. The
 /// double quote and line breaks enter by no way. Enter in the box moves on to the
 /// accepting button and does not press it.
 class PrinterHeaderInput : public CentredDialog {
   Q_OBJECT
 
  public:
-  PrinterHeaderInput(Global& global, const QString& caption, const QString& prompt, QWidget* over);
+  PrinterHeaderInput(DialogState& state, const QString& caption, const QString& prompt,
+                     QWidget* over);
 
   void reject() override;
 
@@ -30,7 +31,7 @@ class PrinterHeaderInput : public CentredDialog {
   void Acept_Click();
   void NAcept_Click();
 
-  Global& global_;
+  DialogState& state_;
   QLineEdit* InFName_;
   QPushButton* Acept_;
 };

@@ -8,8 +8,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/ui_text.h"
-#include "dialogs/messages.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 
@@ -47,9 +46,9 @@ void CentredDialog::setVisible(bool visible) {
   QDialog::setVisible(visible);
 }
 
-AMsgbox::AMsgbox(const Global& global, QWidget* over) : CentredDialog(over) {
+AMsgbox::AMsgbox(const DialogState& state, QWidget* over) : CentredDialog(over) {
   setObjectName("AMsgbox");
-  auto* text = makeTextArea(messageText(global.MessageNumber, global.Details), "AMsgText", this);
+  auto* text = makeTextArea(messageText(state.MessageNumber, state.Details), "AMsgText", this);
   setAccessibleDescription(text->text());
   auto* exit = new QPushButton("&OK", this);
   exit->setObjectName("AMsgExit");
@@ -66,9 +65,9 @@ void AMsgbox::AMsgExit_Click() {
   accept();
 }
 
-AllYesNo::AllYesNo(Global& global, QWidget* over) : CentredDialog(over), global_(global) {
+AllYesNo::AllYesNo(DialogState& state, QWidget* over) : CentredDialog(over), state_(state) {
   setObjectName("AllYesNo");
-  auto* text = makeTextArea(questionText(global.QuestionNumber, global.Details), "Label1", this);
+  auto* text = makeTextArea(questionText(state.QuestionNumber, state.Details), "Label1", this);
   setAccessibleDescription(text->text());
   auto* yes = new QPushButton("&Yes", this);
   yes->setObjectName("AllYes");
@@ -89,7 +88,7 @@ AllYesNo::AllYesNo(Global& global, QWidget* over) : CentredDialog(over), global_
 }
 
 void AllYesNo::AllYes_Click() {
-  global_.QuestionNumber = question::kAnswerYes;
+  state_.QuestionNumber = Question::AnsweredYes;
   accept();
 }
 
@@ -98,7 +97,7 @@ void AllYesNo::AllNo_Click() {
 }
 
 void AllYesNo::reject() {
-  if (global_.QuestionNumber == question::kDiscardChanges)
+  if (state_.QuestionNumber == Question::DiscardChanges)
     AllYes_Click();
   else
     QDialog::reject();

@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "app/global.h"
+#include "dialogs/dialog_state.h"
 
 namespace mirelund {
 
@@ -20,25 +20,25 @@ class CentredDialog : public QDialog {
   void setVisible(bool visible) override;
 };
 
-/// Shows message number Global::MessageNumber.
+/// Shows MessageNumber's text.
 class AMsgbox : public CentredDialog {
   Q_OBJECT
 
  public:
-  AMsgbox(const Global& global, QWidget* over);
+  AMsgbox(const DialogState& state, QWidget* over);
 
  private:
   void AMsgExit_Click();
 };
 
-/// Asks question number Global::QuestionNumber; Yes sets it to 6. A question that
+/// Asks QuestionNumber's question; Yes sets it to AnsweredYes. A question that
 /// is dismissed without an answer (Escape, the window's frame) takes the one that
 /// gives nothing up: no, but yes where going back keeps unsaved changes.
 class AllYesNo : public CentredDialog {
   Q_OBJECT
 
  public:
-  AllYesNo(Global& global, QWidget* over);
+  AllYesNo(DialogState& state, QWidget* over);
 
   void reject() override;
 
@@ -46,7 +46,7 @@ class AllYesNo : public CentredDialog {
   void AllYes_Click();
   void AllNo_Click();
 
-  Global& global_;
+  DialogState& state_;
 };
 
 }  // namespace mirelund

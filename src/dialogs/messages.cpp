@@ -2,67 +2,71 @@
 #include "dialogs/messages.h"
 
 #include <span>
+#include <string_view>
 
 namespace mirelund {
 
 namespace {
 
 // One row a text: what stands before and after the detail that it names, if any.
+template <typename Number>
 struct Text {
-  int number;
+  Number number;
   std::string_view before;
   std::string MessageDetails::*detail = nullptr;
   std::string_view after = {};
 };
 
-constexpr Text kMessages[] = {
-    {message::kCalculateBeforePrinting, "No data to print. Calculate."},
-    {message::kNothingToPrint, "No data to print."},
-    {message::kWrongEntry, "Wrong or missing entry, try again."},
-    {message::kNothingToGraph, "No data to graph, Calculate."},
-    {message::kYearsLimit, "Wrong entry, 40 years limit."},
-    {message::kWithdrawalTooLarge, "Cannot withdraw Annually more than you have in Savings."},
-    {message::kMostComparisons, "Maximum comparisons 10."},
-    {message::kCannotDraw, "Cannot draw graph, try again."},
-    {message::kCannotOpen, "File not found or wrong format. Check Filename and/or Directory."},
-    {message::kNoRecords, "No Records."},
-    {message::kFundNotSelected,
+constexpr Text<Message> kMessages[] = {
+    {Message::CalculateBeforePrinting, "No data to print. Calculate."},
+    {Message::NothingToPrint, "No data to print."},
+    {Message::WrongEntry, "Wrong or missing entry, try again."},
+    {Message::NothingToGraph, "No data to graph, Calculate."},
+    {Message::YearsLimit, "Wrong entry, 40 years limit."},
+    {Message::WithdrawalTooLarge, "Cannot withdraw Annually more than you have in Savings."},
+    {Message::MostComparisons, "Maximum comparisons 10."},
+    {Message::CannotDraw, "Cannot draw graph, try again."},
+    {Message::CannotOpen, "File not found or wrong format. Check Filename and/or Directory."},
+    {Message::NoRecords, "No Records."},
+    {Message::FundNotSelected,
      "Name of active Fund must be selected and shown in green box. See Help."},
-    {message::kNotARecord, "Not a valid Record number. Check number and try again."},
-    {message::kAllThreeBoxes, "Must be numbers in all three boxes"},
-    {message::kFundNotInFile,
+    {Message::NotARecord, "Not a valid Record number. Check number and try again."},
+    {Message::AllThreeBoxes, "Must be numbers in all three boxes"},
+    {Message::FundNotInFile,
      "Fund selected is not in file. Check name in Fund Name textbox. See Help."},
-    {message::kRecordNotSaved,
+    {Message::RecordNotSaved,
      "Record not saved, missing entry or 0. Entries must be exactly as shown in Help."},
-    {message::kCannotSort, "Cannot sort file."},
-    {message::kMissingPrice, "Check, missing entry or 0."},
-    {message::kCannotSave, "Bad filename, must be in the form MYFILE.PQD"},
-    {message::kEmptyFund,
+    {Message::CannotSort, "Cannot sort file."},
+    {Message::MissingPrice, "Check, missing entry or 0."},
+    {Message::CannotSave, "Bad filename, must be in the form MYFILE.PQD"},
+    {Message::EmptyFund,
      "You have Added a Fund Name but have not entered a record in it."
      " Either delete the Fund name or add a record."
      " I cannot work with an empty Fund."},
-    {message::kRecordNotCorrected,
+    {Message::RecordNotCorrected,
      "Record not Corrected, missing entry or 0. Entries must be exactly as shown in Help."},
-    {message::kDateFormat, "Correct date format is ", &MessageDetails::shortDate},
-    {message::kNoDate, "Record not saved. Must have a date."},
-    {message::kMostRecords,
+    {Message::DateFormat, "Correct date format is ", &MessageDetails::shortDate},
+    {Message::NoDate, "Record not saved. Must have a date."},
+    {Message::MostRecords,
      "Files are limited to 600 records. You will have to start a new database file."},
-    {message::kMostFunds, "Funds are limited to 18. You will have to start a new File."},
-    {message::kNoType, "A transaction type must be selected, click Dn/Arrow and select one."},
+    {Message::MostFunds, "Funds are limited to 18. You will have to start a new File."},
+    {Message::NoType, "A transaction type must be selected, click Dn/Arrow and select one."},
 };
 
-constexpr Text kQuestions[] = {
-    {question::kPrint, " Continue with Printout."},
-    {question::kPrintInColor, " Print in Color."},
-    {question::kDiscardChanges, "File changed. ", &MessageDetails::fileName,
+constexpr Text<Question> kQuestions[] = {
+    {Question::Print, " Continue with Printout."},
+    {Question::PrintInColor, " Print in Color."},
+    {Question::DiscardChanges, "File changed. ", &MessageDetails::fileName,
      " file in memory will be erased. Do you wish to go back and save it to Disk?."},
-    {question::kDeleteRecord,
+    {Question::DeleteRecord,
      "Are you sure you wish to delete record number: ", &MessageDetails::recordNumber},
-    {question::kDeleteFund, "Are you sure you wish to delete the current Fund name."},
+    {Question::DeleteFund, "Are you sure you wish to delete the current Fund name."},
 };
 
-std::string textOf(std::span<const Text> texts, int number, const MessageDetails& details) {
-  for (const Text& text : texts) {
+template <typename Number>
+std::string textOf(std::span<const Text<Number>> texts, Number number,
+                   const MessageDetails& details) {
+  for (const Text<Number>& text : texts) {
     if (text.number != number) continue;
     std::string whole(text.before);
     if (text.detail != nullptr) whole += details.*text.detail;
@@ -74,12 +78,12 @@ std::string textOf(std::span<const Text> texts, int number, const MessageDetails
 
 }  // namespace
 
-std::string messageText(int number, const MessageDetails& details) {
-  return textOf(kMessages, number, details);
+std::string messageText(Message message, const MessageDetails& details) {
+  return textOf<Message>(kMessages, message, details);
 }
 
-std::string questionText(int number, const MessageDetails& details) {
-  return textOf(kQuestions, number, details);
+std::string questionText(Question question, const MessageDetails& details) {
+  return textOf<Question>(kQuestions, question, details);
 }
 
 }  // namespace mirelund

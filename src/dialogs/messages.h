@@ -1,63 +1,63 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The program's messages and questions, by number.
+// The program's messages and questions: their numbers, named after what they say,
+// and their texts.
 #pragma once
 
+#include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace mirelund {
 
-/// Message numbers, named after what they tell.
-namespace message {
-inline constexpr int kNone = 0;
-inline constexpr int kCalculateBeforePrinting = 1;
-inline constexpr int kNothingToPrint = 2;
-inline constexpr int kWrongEntry = 3;
-inline constexpr int kNothingToGraph = 4;
-inline constexpr int kYearsLimit = 5;
-inline constexpr int kWithdrawalTooLarge = 7;
-inline constexpr int kMostComparisons = 8;
-inline constexpr int kCannotDraw = 9;
-inline constexpr int kCannotOpen = 13;
-inline constexpr int kNoRecords = 15;
-inline constexpr int kFundNotSelected = 16;
-inline constexpr int kNotARecord = 17;
-inline constexpr int kAllThreeBoxes = 18;
-inline constexpr int kFundNotInFile = 19;
-inline constexpr int kRecordNotSaved = 20;
-inline constexpr int kCannotSort = 23;
-inline constexpr int kMissingPrice = 24;
-inline constexpr int kCannotSave = 25;
-inline constexpr int kEmptyFund = 28;
-inline constexpr int kRecordNotCorrected = 29;
-inline constexpr int kDateFormat = 30;
-inline constexpr int kNoDate = 31;
-inline constexpr int kMostRecords = 35;
-inline constexpr int kMostFunds = 36;
-inline constexpr int kNoType = 51;
-}  // namespace message
+/// Any other number is a message without a text.
+enum class Message : std::int16_t {
+  None = 0,
+  CalculateBeforePrinting = 1,
+  NothingToPrint = 2,
+  WrongEntry = 3,
+  NothingToGraph = 4,
+  YearsLimit = 5,
+  WithdrawalTooLarge = 7,
+  MostComparisons = 8,
+  CannotDraw = 9,
+  CannotOpen = 13,
+  NoRecords = 15,
+  FundNotSelected = 16,
+  NotARecord = 17,
+  AllThreeBoxes = 18,
+  FundNotInFile = 19,
+  RecordNotSaved = 20,
+  CannotSort = 23,
+  MissingPrice = 24,
+  CannotSave = 25,
+  EmptyFund = 28,
+  RecordNotCorrected = 29,
+  DateFormat = 30,
+  NoDate = 31,
+  MostRecords = 35,
+  MostFunds = 36,
+  NoType = 51,
+};
 
-/// Question numbers. An answered yes is kAnswerYes, any other number is no.
-namespace question {
-inline constexpr int kPrint = 1;
-inline constexpr int kPrintInColor = 2;
-inline constexpr int kDiscardChanges = 3;
-inline constexpr int kDeleteRecord = 4;
-inline constexpr int kDeleteFund = 5;
-inline constexpr int kAnswerYes = 6;
-}  // namespace question
+/// Any other number is a question without a text.
+enum class Question : std::int16_t {
+  None = 0,
+  Print = 1,
+  PrintInColor = 2,
+  DiscardChanges = 3,
+  DeleteRecord = 4,
+  DeleteFund = 5,
+  AnsweredYes = 6,  ///< what a question becomes by a yes; by a no it stays
+};
 
 /// What some texts name: the rest of the state a message is shown in.
 struct MessageDetails {
-  std::string shortDate;     ///< message 30: today in the system's short form
-  std::string fileName;      ///< question 3
-  std::string recordNumber;  ///< question 4
+  std::string shortDate;     ///< DateFormat: today in the system's short form
+  std::string fileName;      ///< DiscardChanges
+  std::string recordNumber;  ///< DeleteRecord
 };
 
-/// The text of a message; empty for a number that has none.
-std::string messageText(int number, const MessageDetails& details = {});
-
-/// The text of a question; empty for a number that has none.
-std::string questionText(int number, const MessageDetails& details = {});
+/// The text; empty for a number that has none.
+std::string messageText(Message message, const MessageDetails& details = {});
+std::string questionText(Question question, const MessageDetails& details = {});
 
 }  // namespace mirelund

@@ -5,6 +5,8 @@
 #include <QString>
 #include <optional>
 
+#include "dialogs/messages.h"
+
 class QWidget;
 
 namespace mirelund {
@@ -15,14 +17,16 @@ class Prompts {
  public:
   virtual ~Prompts() = default;
 
-  /// Shows a message of the program by its number.
-  virtual void tell(QWidget* over, int message) = 0;
+  /// Shows a message of the program.
+  virtual void tell(QWidget* over, Message message) = 0;
   /// Shows a text in the platform's own message box.
   virtual void warn(QWidget* over, const QString& text) = 0;
-  /// Asks a question of the program by its number; true for yes.
-  virtual bool ask(QWidget* over, int question) = 0;
-  /// Asks for one line of text; it is left in Global's PrintHeader, "1" when cancelled.
-  virtual void askLine(QWidget* over, const QString& caption, const QString& prompt) = 0;
+  /// Asks a question of the program; true for yes.
+  virtual bool ask(QWidget* over, Question question) = 0;
+  /// Asks for one line of text; nothing when cancelled. A line of exactly "1" is a
+  /// cancel too.
+  virtual std::optional<QString> askLine(QWidget* over, const QString& caption,
+                                         const QString& prompt) = 0;
   /// Asks for a record number; nothing when cancelled.
   virtual std::optional<int> askRecordNumber(QWidget* over, const QString& prompt) = 0;
   /// Asks for a file to open or to save to; empty when cancelled. A name to save to

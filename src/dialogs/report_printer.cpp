@@ -11,8 +11,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/global.h"
-#include "app/ui_text.h"
 #include "dialogs/prompts.h"
 
 namespace mirelund {
@@ -20,9 +18,6 @@ namespace mirelund {
 namespace {
 
 constexpr double kMarginMm = 12.0;
-constexpr int kCalculatorPoints = 11;
-constexpr int kManagerPoints = 10;
-constexpr int kManagerWindow = 2;
 
 QFont reportFont(int points) {
   QFont font("Courier New", points);
@@ -121,17 +116,13 @@ std::unique_ptr<QPrinter> SystemPrintTarget::open(QWidget* over, const QString& 
   return printer;
 }
 
-bool PrintReport(const Global& global, const QString& handedOver, PrintTarget& target,
-                 Prompts& prompts, QWidget* over) {
-  QString report = toQString(global.ReportLines[2]);
-  if (report.isEmpty()) report = handedOver;
-  if (report.isEmpty()) report = toQString(global.ReportLines[1]);
+bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts& prompts,
+                 QWidget* over) {
   QStringList lines = QStringList{"", ""} + linesOf(report);
 
   const auto printer = target.open(over, "Mirelund report");
   if (printer == nullptr) return false;
-  const QFont font =
-      reportFont(global.ActiveWindow == kManagerWindow ? kManagerPoints : kCalculatorPoints);
+  const QFont font = reportFont(points);
   const QMarginsF margins(kMarginMm, kMarginMm, kMarginMm, kMarginMm);
   printer->setPageMargins(margins, QPageLayout::Millimeter);
   const auto longest =

@@ -12,7 +12,6 @@ class QWidget;
 namespace mirelund {
 
 class Prompts;
-struct Global;
 
 /// Where printouts go; handed to the windows.
 class PrintTarget {
@@ -36,14 +35,12 @@ class SystemPrintTarget : public PrintTarget {
   Prompts& prompts_;
 };
 
-/// Prints ReportLines(2) or, when that is empty, ReportLines(1), behind two empty
-/// lines: in 11 points for the calculator window, in 10 points for the manager.
-/// `handedOver`, unless empty, takes the place of ReportLines(1): a report on
-/// screen that is kept nowhere else. The page turns to landscape where its lines
-/// are too long for portrait; a line too long for that is continued on the next.
-/// What goes wrong is told; false then, and when the person cancelled.
-bool PrintReport(const Global& global, const QString& handedOver, PrintTarget& target,
-                 Prompts& prompts, QWidget* over);
+/// Prints a report behind two empty lines, in "Courier New" of so many points. The
+/// page turns to landscape where its lines are too long for portrait; a line too
+/// long for that is continued on the next. What goes wrong is told; false then,
+/// and when the person cancelled.
+bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts& prompts,
+                 QWidget* over);
 
 /// Prints an image `widthMm` wide at the top of a page, its height in proportion;
 /// in greys unless `color`. What goes wrong is told.

@@ -5,9 +5,9 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 
-#include "app/ui_text.h"
-#include "manager/busy_pointer.h"
-#include "manager/current_value.h"
+#include "base/ui_text.h"
+#include "dialogs/busy_pointer.h"
+#include "manager/current_value_help.h"
 #include "manager/entry_edits.h"
 
 namespace mirelund {
@@ -69,7 +69,7 @@ void CurrentValuePage::makePriceBoxes() {
 
 void CurrentValuePage::addPriceBox(QGridLayout* grid, std::int16_t fundRow) {
   auto* box = new AmountEdit(
-      host().global(),
+      host().global().boxes,
       [this, fundRow](std::string_view text) { return manager().leavePriceBox(fundRow, text); },
       prices_);
   box->setObjectName(QString("CVInPrice_%1").arg(fundRow));
@@ -132,8 +132,9 @@ void CurrentValuePage::CVCalc_Click() {
 
 void CurrentValuePage::CVGraph_Click() {
   host().leaveFocused();
-  if (const int refused = manager().graphCurrentValue()) return host().tell(refused);
-  host().global().ChartNames = manager().fundNames();
+  if (const Message refused = manager().graphCurrentValue(); refused != Message::None)
+    return host().tell(refused);
+  host().global().chart.ChartNames = manager().fundNames();
   host().showChart();
 }
 

@@ -8,8 +8,9 @@
 #include <QShortcut>
 #include <utility>
 
-#include "app/ui_text.h"
-#include "manager/busy_pointer.h"
+#include "base/ui_text.h"
+#include "dialogs/busy_pointer.h"
+#include "manager/display_help.h"
 
 namespace mirelund {
 

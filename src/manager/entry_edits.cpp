@@ -4,14 +4,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/ui_text.h"
-#include "manager/dates.h"
+#include "base/ui_text.h"
+#include "manager/database/dates.h"
 #include "manager/transaction_entry.h"
 
 namespace mirelund {
 
-DateEdit::DateEdit(Global& global, std::function<int(std::string_view)> check, QWidget* parent)
-    : FilteredEdit(global, KeyFilter::Any, 0, parent), check_(std::move(check)) {
+DateEdit::DateEdit(BoxState& boxes, std::function<Message(std::string_view)> check, QWidget* parent)
+    : FilteredEdit(boxes, KeyFilter::Any, 0, parent), check_(std::move(check)) {
   setInputMethodHints(Qt::ImhDate);
 }
 
@@ -26,16 +26,16 @@ KeyPressed DateEdit::enterAtOnce(std::string_view /*text*/, std::string_view ent
 
 BoxLeft DateEdit::store() {
   // What was typed here is no edit of the next box.
-  global().BoxEdited = 0;
+  boxes().BoxEdited = 0;
   BoxLeft gone;
   gone.message = check_(toStdString(text()));
-  gone.refused = gone.message != 0;
+  gone.refused = gone.message != Message::None;
   return gone;
 }
 
-AmountEdit::AmountEdit(Global& global, std::function<BoxLeft(std::string_view)> store,
+AmountEdit::AmountEdit(BoxState& boxes, std::function<BoxLeft(std::string_view)> store,
                        QWidget* parent)
-    : FilteredEdit(global, KeyFilter::Decimal, kEntryDecimals, parent), store_(std::move(store)) {}
+    : FilteredEdit(boxes, KeyFilter::Decimal, kEntryDecimals, parent), store_(std::move(store)) {}
 
 BoxLeft AmountEdit::store() {
   return store_(toStdString(text()));

@@ -13,8 +13,9 @@ class DateEdit : public FilteredEdit {
   Q_OBJECT
 
  public:
-  /// `check` returns the message for a text that is not accepted, 0 else.
-  DateEdit(Global& global, std::function<int(std::string_view)> check, QWidget* parent = nullptr);
+  /// `check` returns the message for a text that is not accepted, else None.
+  DateEdit(BoxState& boxes, std::function<Message(std::string_view)> check,
+           QWidget* parent = nullptr);
 
  protected:
   BoxLeft store() override;
@@ -22,7 +23,7 @@ class DateEdit : public FilteredEdit {
   KeyPressed enterAtOnce(std::string_view text, std::string_view entering) override;
 
  private:
-  std::function<int(std::string_view)> check_;
+  std::function<Message(std::string_view)> check_;
 };
 
 /// Takes digits and the point, with at most four decimals behind it.
@@ -31,7 +32,7 @@ class AmountEdit : public FilteredEdit {
 
  public:
   /// `store` takes the text when the box is left.
-  AmountEdit(Global& global, std::function<BoxLeft(std::string_view)> store,
+  AmountEdit(BoxState& boxes, std::function<BoxLeft(std::string_view)> store,
              QWidget* parent = nullptr);
 
  protected:

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/entry_help.h"
+
 #include <array>
 #include <string>
 #include <string_view>
 
-#include "app/formatting.h"
+#include "app/report_line.h"
 #include "manager/transaction_entry.h"
 
 namespace mirelund {
@@ -32,7 +34,7 @@ void appendSampleRow(std::string& help, const SampleRow& row, const ShortDateFor
   help += type.listText;
   help.append(kTypeWidth - type.listText.size(), ' ');
   appendDateColumn(help, row.date, format);
-  for (const EntryBoxRule& rule : entryBoxes()) {
+  for (const EntryBoxRule& rule : kEntryRow) {
     if (rule.box == EntryBox::Date) continue;
     constexpr std::size_t kValueWidth = 14;
     const auto value = row.values[static_cast<std::size_t>(rule.box) - 1];

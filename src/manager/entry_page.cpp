@@ -5,11 +5,12 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
+#include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
-#include "manager/busy_pointer.h"
 #include "manager/drop_down.h"
 #include "manager/entry_edits.h"
+#include "manager/entry_help.h"
 
 namespace mirelund {
 
@@ -56,13 +57,13 @@ void EntryPage::makeFundRow() {
 void EntryPage::makeEntryRow() {
   auto* grid = new QGridLayout;
   ETransType_ = new DropDown("ETransType", kNoTypeText, this);
-  for (const TransactionType& type : transactionTypes())
+  for (const TransactionType& type : kTransactionTypes)
     ETransType_->addItem(toQString(type.listText));
   connect(ETransType_, &DropDown::activated, this, &EntryPage::ETransType_Click);
   connect(ETransType_, &DropDown::keyDown, this, &EntryPage::ETransType_KeyDown);
   grid->addWidget(addLabel("Transaction type", ETransType_), 0, 0);
   grid->addWidget(ETransType_, 1, 0);
-  for (const EntryBoxRule& rule : entryBoxes()) {
+  for (const EntryBoxRule& rule : kEntryRow) {
     FilteredEdit* box = makeBox(rule);
     const int place = grid->columnCount();
     grid->addWidget(addLabel(toQString(rule.caption), box), 0, place);
@@ -78,11 +79,11 @@ FilteredEdit* EntryPage::makeBox(const EntryBoxRule& rule) {
   FilteredEdit* box = nullptr;
   if (isDate) {
     box = new DateEdit(
-        host().global(), [this](std::string_view text) { return manager().leaveDateBox(text); },
-        this);
+        host().global().boxes,
+        [this](std::string_view text) { return manager().leaveDateBox(text); }, this);
   } else {
     box = new AmountEdit(
-        host().global(),
+        host().global().boxes,
         [this, which](std::string_view text) { return manager().leaveValueBox(which, text); },
         this);
   }
@@ -138,8 +139,10 @@ void EntryPage::EFunds_KeyDown(int key) {
 
 void EntryPage::ECreateFund_Click() {
   host().leaveFocused();
-  host().prompts().askLine(host().over(), toQString(kFundNameCaption), toQString(kFundNamePrompt));
-  const Outcome outcome = manager().addFund(host().global().PrintHeader);
+  const auto name = host().prompts().askLine(host().over(), toQString(kFundNameCaption),
+                                             toQString(kFundNamePrompt));
+  if (!name) return;
+  const Outcome outcome = manager().addFund(toStdString(*name));
   if (outcome.showResults) {
     fillFunds();
     showRow();
@@ -166,7 +169,7 @@ void EntryPage::fillFunds() {
 
 void EntryPage::ETransType_Click(int index) {
   host().leaveFocused();
-  const int refused = manager().chooseType(static_cast<std::size_t>(index));
+  const Message refused = manager().chooseType(static_cast<std::size_t>(index));
   showRow();
   host().tell(refused);
 }
@@ -196,9 +199,9 @@ void EntryPage::showRow() {
   for (QWidget* locked : {static_cast<QWidget*>(EFunds_), static_cast<QWidget*>(ECreateFund_),
                           static_cast<QWidget*>(ETransType_)})
     locked->setEnabled(!correcting);
-  ETransType_->setCurrentIndex(
-      type == nullptr ? -1 : static_cast<int>(type - transactionTypes().data()));
-  for (const EntryBoxRule& rule : entryBoxes()) {
+  ETransType_->setCurrentIndex(type == nullptr ? -1
+                                               : static_cast<int>(type - kTransactionTypes.data()));
+  for (const EntryBoxRule& rule : kEntryRow) {
     FilteredEdit* box = edit(rule.box);
     const bool used = type != nullptr && type->need(rule.box) != Need::None;
     if (!correcting)
@@ -231,10 +234,12 @@ void EntryPage::EAddaRec_Click() {
 
 void EntryPage::ECorrectRec_Click() {
   host().leaveFocused();
-  if (const int refused = manager().checkFund(fundText())) return host().tell(refused);
+  if (const Message refused = manager().checkFund(fundText()); refused != Message::None)
+    return host().tell(refused);
   const auto number = host().prompts().askRecordNumber(host().over(), toQString(kCorrectPrompt));
   if (!number) return;
-  if (const int refused = manager().correctRecord(fundText(), std::to_string(*number)))
+  if (const Message refused = manager().correctRecord(fundText(), std::to_string(*number));
+      refused != Message::None)
     return host().tell(refused);
   showRow();
   edit(EntryBox::Date)->setFocus(Qt::OtherFocusReason);
@@ -244,18 +249,19 @@ void EntryPage::EDelRec_Click() {
   host().leaveFocused();
   const bool correcting = manager().state().CorrectingRecord != 0;
   const DeleteAsked asked = manager().askDelete(fundText());
-  if (asked.message != 0) return host().tell(asked.message);
+  if (asked.message != Message::None) return host().tell(asked.message);
   if (correcting) showRow();
   if (asked.wholeFund) {
-    if (!host().ask(question::kDeleteFund)) return;
+    if (!host().ask(Question::DeleteFund)) return;
     host().tell(manager().deleteFund());
     shown();
   } else {
     const auto typed = host().prompts().askRecordNumber(host().over(), toQString(kDeletePrompt));
     if (!typed) return;
     const std::string number = std::to_string(*typed);
-    if (const int refused = manager().checkRecordNumber(number)) return host().tell(refused);
-    if (!host().ask(question::kDeleteRecord, number)) return;
+    if (const Message refused = manager().checkRecordNumber(number); refused != Message::None)
+      return host().tell(refused);
+    if (!host().ask(Question::DeleteRecord, number)) return;
     Outcome outcome;
     {
       const BusyPointer busy;

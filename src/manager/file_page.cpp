@@ -4,9 +4,9 @@
 #include <QFileInfo>
 #include <QLabel>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
+#include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
-#include "manager/busy_pointer.h"
 
 namespace mirelund {
 
@@ -72,13 +72,13 @@ void OpenPage::OFOpen_Click() {
                                                     fromPathBytes(manager().state().DatabasePath),
                                                     toQString(kFileFilter));
   if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
-  int refused = 0;
+  Message refused = Message::None;
   {
     const BusyPointer busy;
-    refused = manager().openDatabase(toPathBytes(path));
+    refused = manager().OpenDatabase(toPathBytes(path));
   }
   host().showCounters();
-  if (refused != 0) return host().tell(refused);
+  if (refused != Message::None) return host().tell(refused);
   host().showEntryPage();
 }
 
@@ -100,19 +100,20 @@ SavePage::SavePage(ManagerHost& host) : FilePage(host) {
 void SavePage::SFSave_Click() {
   host().leaveFocused();
   setDone(" ");
-  if (const int refused = manager().checkSave()) return host().tell(refused);
+  if (const Message refused = manager().checkSave(); refused != Message::None)
+    return host().tell(refused);
   manager().setFileDialog(FileDialog::Saving);
   const QString path = host().prompts().askSavePath(host().over(), "Save database",
                                                     fromPathBytes(manager().state().DatabasePath),
                                                     toQString(kFileFilter));
   if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
-  int refused = 0;
+  Saved saved;
   {
     const BusyPointer busy;
-    refused = manager().saveDatabase(toPathBytes(path));
+    saved = manager().SaveDatabase(toPathBytes(path));
   }
   host().showCounters();
-  if (refused != 0) return host().tell(refused);
+  if (saved.message != Message::None) return host().tell(saved.message);
   setDone("Saved as " + fromPathBytes(manager().state().DatabasePath) + ".");
 }
 

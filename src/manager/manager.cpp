@@ -3,22 +3,16 @@
 
 #include <utility>
 
-#include "app/parse_number.h"
-#include "app/text.h"
+#include "base/file_name.h"
+#include "base/parse_number.h"
+#include "base/text.h"
 #include "charts/chart_kind.h"
-#include "manager/current_value.h"
-#include "manager/data_file.h"
+#include "manager/database/data_file.h"
+#include "manager/reports/current_value.h"
 
 namespace mirelund {
 
 namespace {
-
-constexpr std::int16_t kManagerWindow = 2;
-constexpr std::string_view kCancelled = "1";
-
-std::string fileName(const std::string& path) {
-  return path.substr(path.rfind('/') + 1);
-}
 
 std::string counter(std::string_view label, std::int16_t count) {
   return std::string(label) + std::to_string(count);
@@ -26,28 +20,17 @@ std::string counter(std::string_view label, std::int16_t count) {
 
 }  // namespace
 
-std::string withFileEnding(std::string path) {
-  const std::string name = fileName(path);
-  const auto point = name.rfind('.');
-  if (point == std::string::npos || point == 0) path += kFileEnding;
-  return path;
-}
+Manager::Manager(BoxState& boxes, Reports& reports, ChartSelectors& chart, FileStore& files)
+    : boxes_(boxes), reports_(reports), chart_(chart), files_(files) {}
 
-Manager::Manager(Global& global, FileCalls& files) : global_(global), files_(files) {}
-
-void Manager::load() {
-  discard();
-  global_.ActiveWindow = kManagerWindow;
-}
-
-void Manager::discard() {
+void Manager::DiscardDatabase() {
   database_ = Database();
   const ManagerState old = std::exchange(state_, {});
   state_.fundsRevision = old.fundsRevision;
   state_.dataRevision = old.dataRevision;
-  global_.ReportLines[2].clear();
-  global_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
-  global_.BoxEdited = 0;
+  reports_.ReportLines[2].clear();
+  reports_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
+  boxes_.BoxEdited = 0;
   fundsChanged();
   state_.FileChanged = 0;
 }
@@ -92,34 +75,38 @@ void Manager::leaveEntryPage() {
 
 // --- files ----------------------------------------------------------------------
 
-int Manager::openDatabase(const std::string& path) {
+Message Manager::OpenDatabase(const std::string& path) {
   state_.FileDialogMode = FileDialog::Idle;
-  const auto bytes = readFile(files_, path, kMostFileBytes);
-  auto fresh = bytes ? parseDatabase(*bytes) : std::nullopt;
-  if (!fresh) return message::kCannotOpen;
+  const FileRead file = files_.read(path, kMostFileBytes);
+  if (file.failure != FileFailure::None) return Message::CannotOpen;
+  auto fresh = parseDatabase(file.bytes);
+  if (!fresh) return Message::CannotOpen;
   database_ = std::move(*fresh);
-  state_.DatabasePath = path;
-  state_.DatabaseName = fileName(path);
+  namePath(path);
   leaveEntryPage();
-  global_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
+  reports_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
   fundsChanged();
   state_.FileChanged = 0;
-  return message::kNone;
+  return Message::None;
 }
 
-int Manager::checkSave() const {
-  return database_.RecordCount == 0 ? message::kNoRecords : message::kNone;
+Message Manager::checkSave() const {
+  return database_.RecordCount == 0 ? Message::NoRecords : Message::None;
 }
 
-int Manager::saveDatabase(const std::string& path) {
+Saved Manager::SaveDatabase(const std::string& path) {
   state_.FileDialogMode = FileDialog::Idle;
-  if (const int refused = checkSave()) return refused;
-  const std::string place = withFileEnding(path);
-  if (!replaceFile(files_, place, writeDatabase(database_))) return message::kCannotSave;
-  state_.DatabasePath = place;
-  state_.DatabaseName = fileName(place);
+  if (const Message refused = checkSave(); refused != Message::None) return {refused};
+  const FileFailure failure = files_.replace(path, writeDatabase(database_));
+  if (failure != FileFailure::None) return {Message::CannotSave, failure};
+  namePath(path);
   state_.FileChanged = 0;
-  return message::kNone;
+  return {};
+}
+
+void Manager::namePath(const std::string& path) {
+  state_.DatabasePath = path;
+  state_.DatabaseName = fileName(path);
 }
 
 // --- entry page -----------------------------------------------------------------
@@ -131,38 +118,38 @@ Outcome Manager::chooseFund(std::int16_t row) {
   return showRecordList();
 }
 
-Outcome Manager::addFund(std::string_view answer) {
-  if (answer.empty() || answer == kCancelled) return {};
-  if (database_.FundCount == kMostFunds) return Outcome::failed(message::kMostFunds);
-  if (!isFundName(answer)) return Outcome::failed(message::kWrongEntry);
-  const std::int16_t row = mirelund::addFund(database_, answer);
+Outcome Manager::addFund(std::string_view name) {
+  if (name.empty()) return {};
+  if (database_.FundCount == kMostFunds) return Outcome::failed(Message::MostFunds);
+  if (!isFundName(name)) return Outcome::failed(Message::WrongEntry);
+  const std::int16_t row = mirelund::addFund(database_, name);
   fundsChanged();
   return chooseFund(row);
 }
 
-int Manager::chooseType(std::size_t index) {
-  if (state_.CorrectingRecord != 0) return message::kNone;
-  if (state_.ActiveFund == 0) return message::kFundNotSelected;
+Message Manager::chooseType(std::size_t index) {
+  if (state_.CorrectingRecord != 0) return Message::None;
+  if (state_.ActiveFund == 0) return Message::FundNotSelected;
   clearEntryRow();
-  state_.entry.type = &transactionTypes()[index];
-  return message::kNone;
+  state_.entry.type = &kTransactionTypes.at(index);
+  return Message::None;
 }
 
 void Manager::clearEntryRow() {
   state_.entry = {};
   state_.CorrectingRecord = 0;
-  global_.BoxEdited = 0;
+  boxes_.BoxEdited = 0;
 }
 
-int Manager::leaveDateBox(std::string_view text) const {
+Message Manager::leaveDateBox(std::string_view text) const {
   const bool empty = text.find_first_not_of(' ') == std::string_view::npos;
-  return empty || parseDate(text, format_) ? message::kNone : message::kDateFormat;
+  return empty || parseDate(text, format_) ? Message::None : Message::DateFormat;
 }
 
 BoxLeft Manager::leaveValueBox(EntryBox box, std::string_view text) {
   const auto slot = static_cast<std::size_t>(box);
   EntryRow& row = state_.entry;
-  return leaveAmountBox(global_, row.EntryValues[slot], row.outOfRange[slot], text);
+  return leaveAmountBox(boxes_, row.EntryValues[slot], row.outOfRange[slot], text);
 }
 
 std::string Manager::valueText(EntryBox box) const {
@@ -172,11 +159,13 @@ std::string Manager::valueText(EntryBox box) const {
 Outcome Manager::addRecord(std::string_view dateText, std::string_view fundText) {
   Date date;
   const bool correcting = state_.CorrectingRecord != 0;
-  if (const int refused = checkEntry(state_.entry, dateText, format_, correcting, date))
+  if (const Message refused = checkEntry(state_.entry, dateText, format_, correcting, date);
+      refused != Message::None)
     return Outcome::failed(refused);
-  if (const int refused = checkFund(fundText)) return Outcome::failed(refused);
+  if (const Message refused = checkFund(fundText); refused != Message::None)
+    return Outcome::failed(refused);
   if (!correcting && database_.RecordCount == kMostRecords)
-    return Outcome::failed(message::kMostRecords);
+    return Outcome::failed(Message::MostRecords);
   try {
     const Record record = buildRecord(state_.entry, state_.ActiveFund, date);
     Database candidate = database_;
@@ -186,29 +175,29 @@ Outcome Manager::addRecord(std::string_view dateText, std::string_view fundText)
     checkTotals(candidate);
     database_ = std::move(candidate);
   } catch (const ArithmeticError&) {
-    return Outcome::failed(message::kWrongEntry);
+    return Outcome::failed(Message::WrongEntry);
   }
   dataChanged();
   clearEntryRow();
   return showRecordList();
 }
 
-int Manager::checkFund(std::string_view fundText) const {
-  if (state_.ActiveFund == 0) return message::kFundNotSelected;
-  if (fundText == fundName(state_.ActiveFundRow)) return message::kNone;
+Message Manager::checkFund(std::string_view fundText) const {
+  if (state_.ActiveFund == 0) return Message::FundNotSelected;
+  if (fundText == fundName(state_.ActiveFundRow)) return Message::None;
   for (const std::string& name : fundNames())
-    if (fundText == name) return message::kFundNotSelected;
-  return message::kFundNotInFile;
+    if (fundText == name) return Message::FundNotSelected;
+  return Message::FundNotInFile;
 }
 
-int Manager::correctRecord(std::string_view fundText, std::string_view number) {
-  if (const int refused = checkFund(fundText)) return refused;
+Message Manager::correctRecord(std::string_view fundText, std::string_view number) {
+  if (const Message refused = checkFund(fundText); refused != Message::None) return refused;
   const std::int16_t row = recordRow(number);
-  if (row == 0) return message::kNotARecord;
+  if (row == 0) return Message::NotARecord;
   clearEntryRow();
   state_.entry = entryRow(database_.RecordTable[static_cast<std::size_t>(row)]);
   state_.CorrectingRecord = row;
-  return message::kNone;
+  return Message::None;
 }
 
 std::string Manager::correctingDateText() const {
@@ -217,39 +206,40 @@ std::string Manager::correctingDateText() const {
 }
 
 DeleteAsked Manager::askDelete(std::string_view fundText) {
-  if (const int refused = checkFund(fundText)) return {refused, false};
+  if (const Message refused = checkFund(fundText); refused != Message::None)
+    return {refused, false};
   if (state_.CorrectingRecord != 0) clearEntryRow();
-  return {message::kNone, !fundHasRecords(database_, state_.ActiveFund)};
+  return {Message::None, !FundHasRecords(database_, state_.ActiveFund)};
 }
 
-int Manager::checkRecordNumber(std::string_view number) const {
-  return recordRow(number) == 0 ? message::kNotARecord : message::kNone;
+Message Manager::checkRecordNumber(std::string_view number) const {
+  return recordRow(number) == 0 ? Message::NotARecord : Message::None;
 }
 
 Outcome Manager::deleteRecord(std::string_view number) {
   const std::int16_t row = recordRow(number);
-  if (row == 0) return Outcome::failed(message::kNotARecord);
+  if (row == 0) return Outcome::failed(Message::NotARecord);
   removeRecord(database_, row);
   dataChanged();
   return showRecordList();
 }
 
-int Manager::deleteFund() {
-  if (state_.ActiveFund == 0 || fundHasRecords(database_, state_.ActiveFund))
-    return message::kFundNotSelected;
+Message Manager::deleteFund() {
+  if (state_.ActiveFund == 0 || FundHasRecords(database_, state_.ActiveFund))
+    return Message::FundNotSelected;
   removeFund(database_, state_.ActiveFundRow);
   leaveEntryPage();
   fundsChanged();
-  return message::kNone;
+  return Message::None;
 }
 
 Outcome Manager::showRecordList() {
   if (state_.ActiveFund == 0) return Outcome::report({});
   try {
     return Outcome::report(
-        recordList(database_, state_.ActiveFund, format_, global_.ComparisonTotals));
+        recordList(database_, state_.ActiveFund, format_, reports_.ComparisonTotals));
   } catch (const ArithmeticError&) {
-    return {message::kWrongEntry, true, {}};
+    return Outcome::emptied(Message::WrongEntry);
   }
 }
 
@@ -257,17 +247,17 @@ Outcome Manager::showRecordList() {
 
 ReportShown Manager::showFund(std::int16_t row) {
   try {
-    return {message::kNone, transactionReport(database_, row, format_, global_.ComparisonTotals)};
+    return {Message::None, transactionReport(database_, row, format_, reports_.ComparisonTotals)};
   } catch (const ArithmeticError&) {
-    return {message::kWrongEntry, {}};
+    return {Message::WrongEntry, {}};
   }
 }
 
 ReportShown Manager::showAllFunds() {
   try {
-    return {message::kNone, allFundsReport(database_, format_, global_.ComparisonTotals)};
+    return {Message::None, allFundsReport(database_, format_, reports_.ComparisonTotals)};
   } catch (const ArithmeticError&) {
-    return {message::kWrongEntry, {}};
+    return {Message::WrongEntry, {}};
   }
 }
 
@@ -281,61 +271,57 @@ std::string Manager::priceText(std::int16_t row) const {
 BoxLeft Manager::leavePriceBox(std::int16_t row, std::string_view text) {
   Price& price = prices_[static_cast<std::size_t>(row)];
   Currency value;
-  BoxLeft left = leaveAmountBox(global_, value, price.outOfRange, text);
+  BoxLeft left = leaveAmountBox(boxes_, value, price.outOfRange, text);
   if (left.changed) price.value = value;
   return left;
 }
 
 Outcome Manager::calculateCurrentValue() {
   clearValuation();
-  const auto refused = [](int number) { return Outcome{number, true, {}}; };
-  if (firstEmptyFund(database_) != 0) return refused(message::kEmptyFund);
+  if (firstEmptyFund(database_) != 0) return Outcome::emptied(Message::EmptyFund);
   std::vector<Currency> prices;
   for (std::size_t row = 1; row <= database_.funds().size(); ++row) {
-    if (prices_[row].outOfRange) return refused(message::kWrongEntry);
+    if (prices_[row].outOfRange) return Outcome::emptied(Message::WrongEntry);
     prices.push_back(prices_[row].value.value_or(Currency()));
-    if (prices.back().isZero()) return refused(message::kMissingPrice);
+    if (prices.back().isZero()) return Outcome::emptied(Message::MissingPrice);
   }
   try {
-    state_.CVResults = currentValueTable(database_, prices, global_.ComparisonTotals);
+    state_.CVResults = currentValueTable(database_, prices, reports_.ComparisonTotals);
   } catch (const ArithmeticError&) {
-    return refused(message::kWrongEntry);
+    return Outcome::emptied(Message::WrongEntry);
   }
-  global_.ChartCount = database_.FundCount;
+  chart_.ChartCount = database_.FundCount;
   return Outcome::report(state_.CVResults);
 }
 
-int Manager::graphCurrentValue() {
-  if (state_.CVResults.empty() || global_.ChartCount == 0) return message::kNothingToGraph;
-  global_.ChartKind = chart::kManager;
-  return message::kNone;
+Message Manager::graphCurrentValue() {
+  if (state_.CVResults.empty() || chart_.ChartCount == 0) return Message::NothingToGraph;
+  chart_.ChartKind = ChartKind::Manager;
+  return Message::None;
 }
 
 // --- printing -------------------------------------------------------------------
 
-int Manager::checkPrint(std::string_view report) {
-  return report.empty() ? message::kNothingToPrint : message::kNone;
+Message Manager::checkPrint(std::string_view report) {
+  return report.empty() ? Message::NothingToPrint : Message::None;
 }
 
-bool Manager::preparePrint(std::string_view report) {
-  if (global_.PrintHeader == kCancelled) return false;
-  std::string& lines = global_.ReportLines[2];
+void Manager::preparePrint(std::string_view header, std::string_view report) {
+  std::string& lines = reports_.ReportLines[2];
   lines.clear();
-  if (!global_.PrintHeader.empty()) appendLine(lines, global_.PrintHeader);
+  if (!header.empty()) appendLine(lines, header);
   lines += report;
-  return true;
 }
 
 // --------------------------------------------------------------------------------
 
 void Manager::clearValuation() {
   state_.CVResults.clear();
-  global_.ChartCount = 0;
+  chart_.ChartCount = 0;
 }
 
 void Manager::fundsChanged() {
   prices_ = {};
-  global_.FundCount = database_.FundCount;
   ++state_.fundsRevision;
   dataChanged();
 }

@@ -2,10 +2,10 @@
 // The investment manager without its window: what each control does to the
 // database in memory, and what the window shows then.
 //
-// Operations never show a dialog: they return a message number (0: none), and
-// what they refuse leaves everything as it was. Texts to show are UTF-8; names in
-// the tables are the file's bytes (app/text.h: displayText). Funds are named by
-// their row in the fund list, 1..FundCount, so that two of one name stay two.
+// Operations never show a dialog: they return a message, and what they refuse leaves everything as
+// it was. Texts to show are UTF-8; names in the tables are the file's bytes (base/text.h:
+// displayText). Funds are named by their row in the fund list, 1..FundCount, so that two of one
+// name stay two.
 #pragma once
 
 #include <array>
@@ -17,10 +17,9 @@
 
 #include "app/global.h"
 #include "app/input_boxes.h"
-#include "dialogs/messages.h"
-#include "manager/file_store.h"
-#include "manager/fund_database.h"
-#include "manager/fund_reports.h"
+#include "manager/database/file_store.h"
+#include "manager/database/fund_database.h"
+#include "manager/reports/fund_reports.h"
 #include "manager/transaction_entry.h"
 
 namespace mirelund {
@@ -28,7 +27,6 @@ namespace mirelund {
 /// FileDialogMode.
 enum class FileDialog : std::int16_t { Idle = 0, Opening = 1, Saving = 2, Cancelled = 9 };
 
-inline constexpr std::string_view kFileEnding = ".PQD";
 inline constexpr std::string_view kFileFilter = "Investment Manager Database (*.PQD)";
 inline constexpr std::string_view kNoFundText = "Click dn/arrow for funds list";
 inline constexpr std::string_view kFundNameCaption = "&Add Fund Name";
@@ -36,10 +34,6 @@ inline constexpr std::string_view kFundNamePrompt =
     " Type in the name of the fund or               company.";
 inline constexpr std::string_view kCorrectPrompt = "Correct record number: ";
 inline constexpr std::string_view kDeletePrompt = "Delete record number: ";
-
-/// A path whose file name has no ending, with ".PQD" behind it. The save dialog
-/// must ask about overwriting the name with its ending: give it the ending too.
-std::string withFileEnding(std::string path);
 
 /// What the window and its pages share. Only Manager changes it.
 struct ManagerState {
@@ -60,19 +54,28 @@ struct ManagerState {
 
 /// What pressing Delete leads to.
 struct DeleteAsked {
-  int message = 0;         ///< refused
-  bool wholeFund = false;  ///< no records left: ask question 5, then deleteFund
+  Message message = Message::None;  ///< refused
+  bool wholeFund = false;           ///< no records left: ask question 5, then deleteFund
 };
 
 /// A report for the display page.
 struct ReportShown {
-  int message = 0;  ///< 3 where a total leaves the range; the report is empty then
+  Message message = Message::None;  ///< 3 where a total leaves the range; no report then
   FundReport report;
+};
+
+/// What a save came to.
+struct Saved {
+  Message message = Message::None;
+  FileFailure reason = FileFailure::None;  ///< of message 25
 };
 
 class Manager {
  public:
-  explicit Manager(Global& global, FileCalls& files = systemFiles());
+  /// What of the shared state the manager touches: that a box was typed into; its
+  /// report for printing, and the totals that the chart reads; what the chart shows.
+  Manager(BoxState& boxes, Reports& reports, ChartSelectors& chart,
+          FileStore& files = systemFiles());
 
   const ManagerState& state() const { return state_; }
   const Database& database() const { return database_; }
@@ -83,13 +86,10 @@ class Manager {
 
   // --- the window -------------------------------------------------------------
 
-  /// Form_Load: an empty database, ComparisonTotals in the manager's shape,
-  /// ActiveWindow 2.
-  void load();
-
-  /// DiscardDatabase, on leaving: everything emptied, path and name too, so that a
-  /// new database is not saved over the old file by habit.
-  void discard();
+  /// Form_Load and leaving: everything emptied, path and name too, so that a new
+  /// database is not saved over the old file by habit; ComparisonTotals in the
+  /// manager's shape.
+  void DiscardDatabase();
 
   /// True when question 3 is to be asked before the database is given up, by
   /// leaving, by opening another, or by the program's end. A database without
@@ -118,14 +118,14 @@ class Manager {
 
   /// Replaces the database by the file's. Message 13 for whatever is not exactly
   /// a data file; the database in memory is whole then, as before.
-  int openDatabase(const std::string& path);
+  Message OpenDatabase(const std::string& path);
 
   /// Message 15 when there is nothing to save: asked before the dialog.
-  int checkSave() const;
+  Message checkSave() const;
 
-  /// Saves under the path, ".PQD" behind it where the name has no ending. Message
-  /// 15, or 25 for any failure: the old file stands and FileChanged stays.
-  int saveDatabase(const std::string& path);
+  /// Saves under the path. Message 15, or 25 for any failure: the old file stands
+  /// and FileChanged stays.
+  Saved SaveDatabase(const std::string& path);
 
   // --- entry page -------------------------------------------------------------
 
@@ -133,21 +133,21 @@ class Manager {
   /// correction. Returns the fund's record list.
   Outcome chooseFund(std::int16_t row);
 
-  /// ECreateFund with the dialog's answer: "" and "1" add nothing. The new fund is
+  /// ECreateFund with the name typed: an empty one adds nothing. The new fund is
   /// active. Message 36 at 18 funds, 3 for a name that a file cannot carry.
-  Outcome addFund(std::string_view answer);
+  Outcome addFund(std::string_view name);
 
   /// ETransType: clears the boxes; the type's own are enabled. Message 16 without
   /// an active fund: the type list is to be reset. While a correction is in
   /// progress the list is locked, and nothing happens.
-  int chooseType(std::size_t index);
+  Message chooseType(std::size_t index);
 
   /// Pressing Delete in the type list.
   void clearEntryRow();
 
   /// EInDate_LostFocus: message 30 for a text that is no date; an empty box is
   /// left in peace.
-  int leaveDateBox(std::string_view text) const;
+  Message leaveDateBox(std::string_view text) const;
 
   /// Lost-focus of a value box.
   BoxLeft leaveValueBox(EntryBox box, std::string_view text);
@@ -163,11 +163,11 @@ class Manager {
   Outcome addRecord(std::string_view dateText, std::string_view fundText);
 
   /// Message 16 unless `fundText` names the active fund; 19 when it names none.
-  int checkFund(std::string_view fundText) const;
+  Message checkFund(std::string_view fundText) const;
 
   /// ECorrectRec with the number typed: its record in the entry row. Message 16 or
   /// 19 (checkFund, also asked before the number dialog), 17.
-  int correctRecord(std::string_view fundText, std::string_view number);
+  Message correctRecord(std::string_view fundText, std::string_view number);
   /// The date to show in EInDate after correctRecord.
   std::string correctingDateText() const;
 
@@ -175,12 +175,12 @@ class Manager {
   DeleteAsked askDelete(std::string_view fundText);
   /// Message 17 unless the number finds a record of the active fund; before
   /// question 4 is asked.
-  int checkRecordNumber(std::string_view number) const;
+  Message checkRecordNumber(std::string_view number) const;
   /// After the yes to question 4. Returns the new list.
   Outcome deleteRecord(std::string_view number);
   /// After the yes to question 5; message 16 without an active fund. The fund must
   /// have no records.
-  int deleteFund();
+  Message deleteFund();
 
   /// EResults: the active fund's record list, empty without one; message 3 and an
   /// empty list where a total leaves the range.
@@ -205,24 +205,26 @@ class Manager {
   Outcome calculateCurrentValue();
 
   /// CVGraph: message 4 with nothing calculated; else ChartKind 8.
-  int graphCurrentValue();
+  Message graphCurrentValue();
 
   // --- printing ---------------------------------------------------------------
 
   /// Message 2 for an empty report.
-  static int checkPrint(std::string_view report);
-  /// Puts the header typed (PrintHeader) and the report into ReportLines(2). False
-  /// when the header dialog was cancelled ("1"): nothing is printed.
-  bool preparePrint(std::string_view report);
+  static Message checkPrint(std::string_view report);
+  /// Puts the header typed, if any, and the report into ReportLines(2).
+  void preparePrint(std::string_view header, std::string_view report);
 
  private:
+  void namePath(const std::string& path);
   void clearValuation();
   void fundsChanged();
   void dataChanged();
   std::int16_t recordRow(std::string_view number) const;
 
-  Global& global_;
-  FileCalls& files_;
+  BoxState& boxes_;
+  Reports& reports_;
+  ChartSelectors& chart_;
+  FileStore& files_;
   ShortDateFormat format_;
   Database database_;
   ManagerState state_;

@@ -4,7 +4,7 @@
 #include <QLabel>
 
 #include "app/report_box.h"
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 

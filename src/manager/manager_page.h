@@ -32,9 +32,9 @@ class ManagerHost {
   /// be told; false when the value was refused. To be called first by whatever
   /// reads a box or opens a dialog.
   virtual bool leaveFocused() = 0;
-  /// Shows a message; 0 is none.
-  virtual void tell(int message) = 0;
-  virtual bool ask(int question, const std::string& recordNumber = {}) = 0;
+  /// Shows a message, if it is one.
+  virtual void tell(Message message) = 0;
+  virtual bool ask(Question question, const std::string& recordNumber = {}) = 0;
   /// True unless there are unsaved changes that the person wants to go back to.
   virtual bool mayDiscard() = 0;
   /// After any change: the numbers of funds and records and the file's name.

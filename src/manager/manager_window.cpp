@@ -12,7 +12,7 @@
 #include <QTimer>
 
 #include "app/box_focus.h"
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
 #include "manager/current_value_page.h"
@@ -51,12 +51,12 @@ constexpr PageEntry kPages[] = {
 
 PQManagement::PQManagement(const Parts& parts)
     : parts_(parts),
-      manager_(parts.global, parts.files),
-      boxFocus_(new BoxFocus(this, [this](int message) { tell(message); })) {
+      manager_(parts.global.boxes, parts.global.reports, parts.global.chart, parts.files),
+      boxFocus_(new BoxFocus(this, [this](Message message) { tell(message); })) {
   setObjectName("PQManagement");
   setWindowTitle("Investment manager");
   manager_.setDateFormat(shortDateFormat(QLocale::system()));
-  manager_.load();
+  manager_.DiscardDatabase();
   auto* layout = new QVBoxLayout(this);
   makePages();
   layout->addWidget(SSTab2_, 1);
@@ -98,6 +98,7 @@ QLayout* PQManagement::makeCounters() {
 }
 
 void PQManagement::Form_Load() {
+  global().dialogs.ActiveWindow = Window::Manager;
   showCounters();
   SSTab2_->setCurrentIndex(kEntryPage);
   connect(SSTab2_, &QTabWidget::currentChanged, this, &PQManagement::SSTab2_Click);
@@ -142,7 +143,7 @@ void PQManagement::closeEvent(QCloseEvent* event) {
 void PQManagement::Form_QueryUnload(QCloseEvent* event) {
   leaveFocused();
   event->setAccepted(mayDiscard());
-  if (event->isAccepted()) manager_.discard();
+  if (event->isAccepted()) manager_.DiscardDatabase();
 }
 
 void PQManagement::endSession(QSessionManager& session) {
@@ -152,7 +153,7 @@ void PQManagement::endSession(QSessionManager& session) {
 }
 
 bool PQManagement::mayDiscard() {
-  return !manager_.mustAskBeforeDiscarding() || !ask(question::kDiscardChanges, {});
+  return !manager_.mustAskBeforeDiscarding() || !ask(Question::DiscardChanges, {});
 }
 
 void PQManagement::leave() {
@@ -165,15 +166,15 @@ bool PQManagement::leaveFocused() {
   return boxFocus_->leaveNow();
 }
 
-void PQManagement::tell(int message) {
-  if (message == message::kNone) return;
-  global().Details = manager_.details(today());
+void PQManagement::tell(Message message) {
+  if (message == Message::None) return;
+  global().dialogs.Details = manager_.details(today());
   prompts().tell(this, message);
 }
 
-bool PQManagement::ask(int question, const std::string& recordNumber) {
-  global().Details = manager_.details(today());
-  global().Details.recordNumber = recordNumber;
+bool PQManagement::ask(Question question, const std::string& recordNumber) {
+  global().dialogs.Details = manager_.details(today());
+  global().dialogs.Details.recordNumber = recordNumber;
   return prompts().ask(this, question);
 }
 
@@ -193,10 +194,14 @@ void PQManagement::showChart() {
 
 void PQManagement::print(QString report) {
   const std::string text = toStdString(report.replace("\n", toQString(NewLine)));
-  if (const int refused = Manager::checkPrint(text)) return tell(refused);
-  if (!ask(question::kPrint, {})) return;
-  prompts().askLine(this, kHeaderCaption, kHeaderPrompt);
-  if (manager_.preparePrint(text)) PrintReport(global(), {}, parts_.printing, prompts(), this);
+  if (const Message refused = Manager::checkPrint(text); refused != Message::None)
+    return tell(refused);
+  if (!ask(Question::Print, {})) return;
+  const auto header = prompts().askLine(this, kHeaderCaption, kHeaderPrompt);
+  if (!header) return;
+  manager_.preparePrint(toStdString(*header), text);
+  PrintReport(toQString(printedReport(global().reports)),
+              reportPoints(global().dialogs.ActiveWindow), parts_.printing, prompts(), this);
 }
 
 }  // namespace mirelund

@@ -27,7 +27,7 @@ class PQManagement : public QWidget, private ManagerHost {
     Prompts& prompts;
     PrintTarget& printing;
     std::function<void(QWidget* over)> showChart;
-    FileCalls& files = systemFiles();
+    FileStore& files = systemFiles();
   };
 
   explicit PQManagement(const Parts& parts);
@@ -49,8 +49,8 @@ class PQManagement : public QWidget, private ManagerHost {
   Prompts& prompts() override { return parts_.prompts; }
   QWidget* over() override { return this; }
   bool leaveFocused() override;
-  void tell(int message) override;
-  bool ask(int question, const std::string& recordNumber) override;
+  void tell(Message message) override;
+  bool ask(Question question, const std::string& recordNumber) override;
   bool mayDiscard() override;
   void showCounters() override;
   void showEntryPage() override;

@@ -3,7 +3,7 @@
 
 #include <QDate>
 
-#include "app/ui_text.h"
+#include "base/ui_text.h"
 
 namespace mirelund {
 

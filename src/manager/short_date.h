@@ -4,7 +4,7 @@
 
 #include <QLocale>
 
-#include "manager/dates.h"
+#include "manager/database/dates.h"
 
 namespace mirelund {
 

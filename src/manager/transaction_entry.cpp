@@ -3,20 +3,11 @@
 
 #include <algorithm>
 
-#include "app/parse_number.h"
-#include "dialogs/messages.h"
+#include "base/parse_number.h"
 
 namespace mirelund {
 
 namespace {
-
-constexpr EntryBoxRule kBoxes[kEntryBoxes] = {
-    {EntryBox::Date, "EInDate", "Date"},
-    {EntryBox::Price, "EInPrice", "Price of each share"},
-    {EntryBox::Shares, "EInNumShrs", "Number of shares"},
-    {EntryBox::Fees, "EInComm", "Commission or fee"},
-    {EntryBox::Dividend, "EInCashDiv", "Cash dividend"},
-};
 
 bool meets(Currency value, Need need) {
   switch (need) {
@@ -31,7 +22,7 @@ bool meets(Currency value, Need need) {
 }
 
 bool valuesMatch(const EntryRow& row) {
-  for (const auto& [box, name, caption] : kBoxes)
+  for (const auto& [box, name, caption] : kEntryRow)
     if (box != EntryBox::Date && !row.isOutOfRange(box) &&
         !meets(row.value(box), row.type->need(box)))
       return false;
@@ -54,26 +45,22 @@ Currency bookValue(const Record& record, BookRule rule) {
 
 }  // namespace
 
-std::span<const EntryBoxRule> entryBoxes() {
-  return kBoxes;
-}
-
 std::optional<EntryBox> nextEntryBox(const TransactionType& type, EntryBox box) {
-  for (const auto& rule : kBoxes)
+  for (const auto& rule : kEntryRow)
     if (rule.box > box && type.need(rule.box) != Need::None) return rule.box;
   return std::nullopt;
 }
 
-BoxLeft leaveAmountBox(Global& global, Currency& stored, bool& outOfRange, std::string_view text) {
+BoxLeft leaveAmountBox(BoxState& boxes, Currency& stored, bool& outOfRange, std::string_view text) {
   BoxLeft left;
-  if (global.BoxEdited != 1) return left;
-  global.BoxEdited = 0;
+  if (boxes.BoxEdited != 1) return left;
+  boxes.BoxEdited = 0;
   try {
     stored = ToCurrency(ParseNumber(text));
     outOfRange = false;
   } catch (const ArithmeticError&) {
     outOfRange = true;
-    left.message = message::kWrongEntry;
+    left.message = Message::WrongEntry;
     left.refused = true;
     return left;
   }
@@ -82,20 +69,19 @@ BoxLeft leaveAmountBox(Global& global, Currency& stored, bool& outOfRange, std::
   return left;
 }
 
-int checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFormat& format,
-               bool correcting, Date& date) {
-  if (row.type == nullptr) return message::kNoType;
-  if (dateText.find_first_not_of(' ') == std::string_view::npos) return message::kNoDate;
+Message checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFormat& format,
+                   bool correcting, Date& date) {
+  if (row.type == nullptr) return Message::NoType;
+  if (dateText.find_first_not_of(' ') == std::string_view::npos) return Message::NoDate;
   const auto typed = parseDate(dateText, format);
-  if (!typed) return message::kDateFormat;
-  if (!valuesMatch(row))
-    return correcting ? message::kRecordNotCorrected : message::kRecordNotSaved;
+  if (!typed) return Message::DateFormat;
+  if (!valuesMatch(row)) return correcting ? Message::RecordNotCorrected : Message::RecordNotSaved;
   date = *typed;
-  return message::kNone;
+  return Message::None;
 }
 
 Record buildRecord(const EntryRow& row, std::int16_t fund, Date date) {
-  if (std::ranges::count(row.outOfRange, true) > 0) detail::throwOverflow();
+  require(std::ranges::count(row.outOfRange, true) == 0, kBeyondCurrency);
   Record record;
   record.fund = Currency::whole(fund);
   record.type = row.type->code;

@@ -6,12 +6,12 @@
 #include <array>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
 #include "app/input_boxes.h"
-#include "manager/fund_database.h"
+#include "base/table.h"
+#include "manager/database/fund_database.h"
 
 namespace mirelund {
 
@@ -27,8 +27,15 @@ struct EntryBoxRule {
   std::string_view caption;
 };
 
-/// The boxes in the row's order.
-std::span<const EntryBoxRule> entryBoxes();
+/// In the row's order.
+inline constexpr std::array<EntryBoxRule, kEntryBoxes> kEntryRow{{
+    {EntryBox::Date, "EInDate", "Date"},
+    {EntryBox::Price, "EInPrice", "Price of each share"},
+    {EntryBox::Shares, "EInNumShrs", "Number of shares"},
+    {EntryBox::Fees, "EInComm", "Commission or fee"},
+    {EntryBox::Dividend, "EInCashDiv", "Cash dividend"},
+}};
+static_assert(standsInOrder(kEntryRow, &EntryBoxRule::box));
 
 /// Where Enter goes from a box: the next box that the type enables. Nothing: the
 /// row is complete and Enter adds the record.
@@ -48,13 +55,13 @@ struct EntryRow {
 /// Lost-focus of a value box: the text is stored only if it was typed into, and
 /// shown with kEntryPattern. A number out of range is refused with message 3, marked,
 /// and stands as typed. Used by the price boxes too.
-BoxLeft leaveAmountBox(Global& global, Currency& stored, bool& outOfRange, std::string_view text);
+BoxLeft leaveAmountBox(BoxState& boxes, Currency& stored, bool& outOfRange, std::string_view text);
 
-/// What is wrong with a row, in this order: no type (51), no date (31), not a
-/// date (30), values that the type does not allow (20, while correcting 29); 0
-/// when nothing is, and then `date` is set.
-int checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFormat& format,
-               bool correcting, Date& date);
+/// What is wrong with a row, in this order: NoType, NoDate, not a date
+/// (DateFormat), values that the type does not allow (RecordNotSaved, while
+/// correcting RecordNotCorrected); None when nothing is, and then `date` is set.
+Message checkEntry(const EntryRow& row, std::string_view dateText, const ShortDateFormat& format,
+                   bool correcting, Date& date);
 
 /// The record of a row that checkEntry accepts, without its number. Shares are
 /// typed positive and stored negative where they leave the holding. Book value by
@@ -65,9 +72,5 @@ Record buildRecord(const EntryRow& row, std::int16_t fund, Date date);
 
 /// The row that would build this record again: shares positive whatever the type.
 EntryRow entryRow(const Record& record);
-
-/// EHelp: the entry page's help text, its sample dates in the system's short form.
-/// It walks through the sample database, whose records it names by number.
-std::string entryHelp(const ShortDateFormat& format);
 
 }  // namespace mirelund

@@ -3,8 +3,9 @@
 #include <QLabel>
 #include <QMenu>
 
-#include "app/how_to_use.h"
+#include "app/how_to_use_help.h"
 #include "app/input_boxes.h"
+#include "calc/box_tables.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -56,7 +57,7 @@ class CalculatorWindowTest : public QObject {
     for (int i = 0; i < tabs->count(); ++i) captions << tabs->tabText(i);
     QCOMPARE(captions, (QStringList{"Pension growth", "Mortgage tables", "Invested growth",
                                     "Retired income", "Compound gain", " Capital required"}));
-    QCOMPARE(program.global.ActiveWindow, 1);
+    QCOMPARE(static_cast<int>(program.global.dialogs.ActiveWindow), 1);
     QCOMPARE(program.global.CurrentTab, 2);
     QCOMPARE(program.find<QPushButton>("AllGraphs")->text(), "&Graph");
     QCOMPARE(program.find<QPushButton>("HowToUse")->text(), "How to &use");
@@ -70,15 +71,15 @@ class CalculatorWindowTest : public QObject {
     program.type("CGInCostofInvest", "5000");
     program.click("CGCalculate");
     QVERIFY(!program.results().isEmpty());
-    QCOMPARE(program.global.ComparisonCount, 1);
+    QCOMPARE(program.global.reports.ComparisonCount, 1);
     program.choosePage(5);
     QCOMPARE(program.results(), "");
     QCOMPARE(program.global.CurrentTab, 5);
     program.choosePage(4);
     QCOMPARE(program.box("CGInCostofInvest")->text(), "   $10,000.00");
-    QCOMPARE(program.global.InputValues[1], Currency::whole(10000));
-    QCOMPARE(program.global.ComparisonCount, 0);
-    QCOMPARE(program.global.ChartCount, 0);
+    QCOMPARE(program.global.boxes.InputValues[1], Currency::whole(10000));
+    QCOMPARE(program.global.reports.ComparisonCount, 0);
+    QCOMPARE(program.global.chart.ChartCount, 0);
     QCOMPARE(program.results(), "");
   }
 
@@ -87,13 +88,12 @@ class CalculatorWindowTest : public QObject {
     program.click("StartCalc");
     for (int page = 0; page < 6; ++page) {
       program.choosePage(page);
-      for (const BoxRule& rule : boxRules()) {
-        if (static_cast<int>(rule.page) != page || rule.option != 0 || rule.look == BoxLook::Text ||
-            rule.name == "MTInMthPayment")
+      for (const BoxRule& rule : kBoxTables[static_cast<std::size_t>(page)]) {
+        if (rule.option != 0 || rule.look == BoxLook::Text || rule.name == "MTInMthPayment")
           continue;
         Global fresh;
         QCOMPARE(program.box(std::string(rule.name).c_str())->text().toStdString(),
-                 loadBox(fresh, rule));
+                 loadBox(fresh.boxes, rule));
         auto* label = program.find<QFrame>(qPrintable(QString("FrameAll_%1").arg(page)));
         QVERIFY(label != nullptr);
       }
@@ -107,8 +107,8 @@ class CalculatorWindowTest : public QObject {
     program.click("CGCalculate");
     program.click("ClearResults");
     QCOMPARE(program.results(), "");
-    QCOMPARE(program.global.ReportLines[1], "");
-    QCOMPARE(program.global.ComparisonCount, 1);
+    QCOMPARE(program.global.reports.ReportLines[1], "");
+    QCOMPARE(program.global.reports.ComparisonCount, 1);
     QCOMPARE(program.box("CGInCostofInvest")->text(), "    $5,000.00");
     program.click("AllGraphs");
     QCOMPARE(program.prompts.told, QList<int>{4});
@@ -129,11 +129,11 @@ class CalculatorWindowTest : public QObject {
     ProgramFixture program;
     program.openCalculations(4);
     program.click("HowToUse");
-    QCOMPARE(program.results(), QString::fromStdString(howToUse()).remove('\r'));
+    QCOMPARE(program.results(), QString::fromStdString(howToUseHelp()).remove('\r'));
     QVERIFY(program.results().startsWith("        Mirelund v3.5\n"));
     program.click("CGCalculate");
     QVERIFY(program.results().startsWith("Cost of Investment:"));
-    QCOMPARE(program.global.ComparisonCount, 1);
+    QCOMPARE(program.global.reports.ComparisonCount, 1);
   }
 
   void theReportBoxIsReadOnlyAndSelectable() {

@@ -7,15 +7,21 @@
 #include <QMenu>
 #include <QTimer>
 
+#include "calc/box_tables.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
 namespace {
 
-struct Place {
-  CalculatorPageIndex page;
-  const char* box;
-};
+// A stored number, as the box shows it.
+std::string shownAs(const BoxRule& rule, double value) {
+  BoxState boxes;
+  if (rule.store == BoxStore::MortgageInputs)
+    boxes.MortgageInputs[rule.slot] = value;
+  else
+    boxes.InputValues[rule.slot] = ToCurrency(value);
+  return boxText(boxes, rule);
+}
 
 }  // namespace
 
@@ -26,10 +32,10 @@ class FilteredEditTest : public QObject {
   void everyBox_data() {
     QTest::addColumn<int>("page");
     QTest::addColumn<QString>("box");
-    for (const BoxRule& rule : boxRules())
-      if (rule.option == 0)
-        QTest::newRow(std::string(rule.name).c_str())
-            << static_cast<int>(rule.page) << QString::fromStdString(std::string(rule.name));
+    forEachBox([](int page, const BoxRule& rule) {
+      const std::string name(rule.name);
+      if (rule.option == 0) QTest::newRow(name.c_str()) << page << QString::fromStdString(name);
+    });
   }
 
   void everyBox() {
@@ -85,8 +91,8 @@ class FilteredEditTest : public QObject {
 
     // Left: stored and redisplayed.
     program.key(Qt::Key_Tab);
-    if (!isName) QCOMPARE(edit->text().toStdString(), boxText(rule, 12.0));
-    QCOMPARE(program.global.BoxEdited, 0);
+    if (!isName) QCOMPARE(edit->text().toStdString(), shownAs(rule, 12));
+    QCOMPARE(program.global.boxes.BoxEdited, 0);
   }
 
   void contextMenuPasteIsFiltered() {
@@ -134,7 +140,7 @@ class FilteredEditTest : public QObject {
     QVERIFY(edit->text().contains('$'));
     program.key(Qt::Key_Tab);
     QCOMPARE(edit->text(), "         $.00");
-    QCOMPARE(program.global.InputValues[1], Currency());
+    QCOMPARE(program.global.boxes.InputValues[1], Currency());
   }
 
   void cuttingIsAnEditToo() {
@@ -171,7 +177,7 @@ class FilteredEditTest : public QObject {
     program.key(Qt::Key_Tab);
     QCOMPARE(program.prompts.told, QList<int>{5});
     QCOMPARE(program.box("CGInNumOfYrs")->text(), " 40");
-    QCOMPARE(program.global.InputValues[3], Currency::whole(40));
+    QCOMPARE(program.global.boxes.InputValues[3], Currency::whole(40));
     program.key(Qt::Key_Tab);
     QCOMPARE(program.prompts.told, QList<int>{5});
   }
@@ -278,7 +284,7 @@ class FilteredEditTest : public QObject {
             Qt::AltModifier | Qt::ShiftModifier, Qt::KeyboardModifiers(Qt::MetaModifier)})
         for (const char c : {'5', 'k', '-', '.', '$'}) QTest::keyClick(edit, c, held);
       QCOMPARE(edit->text(), before);
-      QCOMPARE(program.global.BoxEdited, 0);
+      QCOMPARE(program.global.boxes.BoxEdited, 0);
     }
     // A key of the keypad is no exception, nor is a character without a shape.
     QLineEdit* cost = program.box("CGInCostofInvest");
@@ -330,7 +336,7 @@ class FilteredEditTest : public QObject {
     QCOMPARE(edit->text(), "      $700.00");
     program.key(Qt::Key_Tab);
     QCOMPARE(edit->text(), "      $700.00");
-    QCOMPARE(program.global.InputValues[1], Currency::whole(700));
+    QCOMPARE(program.global.boxes.InputValues[1], Currency::whole(700));
   }
 
   void aDropFromTheActiveWindowOfAnotherProgramIsStored() {

@@ -5,10 +5,25 @@
 
 #include <set>
 
-#include "app/parse_number.h"
+#include "base/parse_number.h"
+#include "calc/box_tables.h"
 
 namespace mirelund {
 namespace {
+
+// The rows of all calculators.
+const std::vector<BoxRule>& allRules() {
+  static const std::vector<BoxRule> kRules = [] {
+    std::vector<BoxRule> rules;
+    forEachBox([&](int /*page*/, const BoxRule& rule) { rules.push_back(rule); });
+    return rules;
+  }();
+  return kRules;
+}
+
+const BoxRule& rule(std::string_view name, int option = 0) {
+  return boxRule(allRules(), name, option);
+}
 
 // A box under its rules alone: what the widget does, without a window.
 struct Typist {
@@ -19,7 +34,7 @@ struct Typist {
 
   void type(std::string_view keys) {
     for (const char key : keys) {
-      const auto pressed = pressKey(global, rule.filter, rule.extraDecimals, text, key);
+      const auto pressed = pressKey(global.boxes, rule.filter, rule.extraDecimals, text, key);
       if (pressed.emptyFirst) text.clear();
       if (pressed.passed)
         text += key;
@@ -28,7 +43,7 @@ struct Typist {
     }
   }
   BoxLeft leave() {
-    BoxLeft left = leaveBox(global, rule, text);
+    BoxLeft left = leaveBox(global.boxes, rule, text);
     if (left.changed) text = left.text;
     return left;
   }
@@ -36,7 +51,7 @@ struct Typist {
 
 TEST(InputBoxes, AreTwentyNine) {
   std::set<std::string_view> names;
-  for (const auto& rule : boxRules()) names.insert(rule.name);
+  for (const BoxRule& row : allRules()) names.insert(row.name);
   EXPECT_EQ(names.size(), 29U);
 }
 
@@ -83,7 +98,7 @@ constexpr Initial kInitial[] = {
 TEST(InputBoxes, ShowTheirInitialValues) {
   for (const auto& c : kInitial) {
     Global global;
-    EXPECT_EQ(loadBox(global, boxRule(c.box, c.option)), c.text) << c.box;
+    EXPECT_EQ(loadBox(global.boxes, rule(c.box, c.option)), c.text) << c.box;
   }
 }
 
@@ -118,83 +133,83 @@ constexpr Typing kTyping[] = {
 TEST(InputBoxes, FilterStoreAndRedisplay) {
   for (const auto& c : kTyping) {
     Global global;
-    Typist typist{global, boxRule(c.box), "whatever stood there"};
+    Typist typist{global, rule(c.box), "whatever stood there"};
     typist.type(c.keys);
     EXPECT_EQ(typist.text, c.typed) << c.rule;
     EXPECT_EQ(typist.beeps, c.beeps) << c.rule;
-    EXPECT_EQ(typist.leave().message, 0) << c.rule;
+    EXPECT_EQ(typist.leave().message, Message::None) << c.rule;
     EXPECT_EQ(typist.text, c.left) << c.rule;
-    EXPECT_EQ(global.BoxEdited, 0) << c.rule;
+    EXPECT_EQ(global.boxes.BoxEdited, 0) << c.rule;
   }
 }
 
 TEST(InputBoxes, LeavingUntouchedChangesNothing) {
   Global global;
-  const auto& rule = boxRule("CGInCostofInvest");
-  const std::string text = loadBox(global, rule);
-  const BoxLeft left = leaveBox(global, rule, text);
+  const BoxRule& row = rule("CGInCostofInvest");
+  const std::string text = loadBox(global.boxes, row);
+  const BoxLeft left = leaveBox(global.boxes, row, text);
   EXPECT_FALSE(left.changed);
-  EXPECT_EQ(global.InputValues[1], Currency::whole(10000));
+  EXPECT_EQ(global.boxes.InputValues[1], Currency::whole(10000));
 }
 
 TEST(InputBoxes, ADeletedDigitMakesAMoneyBoxZero) {
   Global global;
-  const auto& rule = boxRule("CGInCostofInvest");
-  loadBox(global, rule);
-  global.BoxEdited = 1;  // the Delete key
-  EXPECT_EQ(leaveBox(global, rule, "  $10,000.00").text, "         $.00");
-  EXPECT_EQ(global.InputValues[1], Currency());
+  const BoxRule& row = rule("CGInCostofInvest");
+  loadBox(global.boxes, row);
+  global.boxes.BoxEdited = 1;  // the Delete key
+  EXPECT_EQ(leaveBox(global.boxes, row, "  $10,000.00").text, "         $.00");
+  EXPECT_EQ(global.boxes.InputValues[1], Currency());
 }
 
 TEST(InputBoxes, YearsStopAtForty) {
-  for (const auto& rule : boxRules()) {
-    if (!rule.limited) continue;
+  for (const BoxRule& row : allRules()) {
+    if (!row.limited) continue;
     Global global;
-    Typist typist{global, rule, ""};
+    Typist typist{global, row, ""};
     typist.type("41");
-    EXPECT_EQ(typist.leave().message, 5) << rule.name;
-    EXPECT_EQ(ParseNumber(typist.text), 40.0) << rule.name;
+    EXPECT_EQ(typist.leave().message, Message::YearsLimit) << row.name;
+    EXPECT_EQ(ParseNumber(typist.text), 40.0) << row.name;
     typist.type("40");
-    EXPECT_EQ(typist.leave().message, 0) << rule.name;
-    EXPECT_EQ(ParseNumber(typist.text), 40.0) << rule.name;
+    EXPECT_EQ(typist.leave().message, Message::None) << row.name;
+    EXPECT_EQ(ParseNumber(typist.text), 40.0) << row.name;
     typist.type(std::string(400, '9'));
-    EXPECT_EQ(typist.leave().message, 5) << rule.name;
-    EXPECT_EQ(typist.text, RightJustify("40", rule.width)) << rule.name;
+    EXPECT_EQ(typist.leave().message, Message::YearsLimit) << row.name;
+    EXPECT_EQ(typist.text, RightJustify("40", row.width)) << row.name;
   }
 }
 
 TEST(InputBoxes, AnAmountOutOfRangeIsRefusedAndTheStoredOneStays) {
   for (const char* box : {"CGInCostofInvest", "MTInPrincipal"}) {
     Global global;
-    const auto& rule = boxRule(box);
-    Typist typist{global, rule, loadBox(global, rule)};
+    const BoxRule& row = rule(box);
+    Typist typist{global, row, loadBox(global.boxes, row)};
     const std::string before = typist.text;
     typist.type("999999999999999");
     const BoxLeft left = typist.leave();
-    EXPECT_EQ(left.message, 3);
+    EXPECT_EQ(left.message, Message::WrongEntry);
     EXPECT_TRUE(left.refused);
     EXPECT_EQ(typist.text, before);
     typist.type(std::string(500, '9'));
-    EXPECT_EQ(typist.leave().message, 3);
+    EXPECT_EQ(typist.leave().message, Message::WrongEntry);
     EXPECT_EQ(typist.text, before);
   }
 }
 
 TEST(InputBoxes, TheMortgageKeepsTheTypedDouble) {
   Global global;
-  Typist typist{global, boxRule("MTInRate"), ""};
+  Typist typist{global, rule("MTInRate"), ""};
   typist.type("6.125");
   typist.leave();
-  EXPECT_EQ(global.MortgageInputs[2], 6.125);
+  EXPECT_EQ(global.boxes.MortgageInputs[2], 6.125);
 }
 
 TEST(InputBoxes, TheNameIsShownAsTyped) {
   Global global;
-  Typist typist{global, boxRule("CGInNameOfInvest"), "XYZ Mutual Fund"};
+  Typist typist{global, rule("CGInNameOfInvest"), "XYZ Mutual Fund"};
   typist.type("A & B, \"C\" 1-2");
   EXPECT_FALSE(typist.leave().changed);
   EXPECT_EQ(typist.text, "A & B, \"C\" 1-2");
-  EXPECT_EQ(global.BoxEdited, 0);
+  EXPECT_EQ(global.boxes.BoxEdited, 0);
 }
 
 struct Filtered {
@@ -232,18 +247,18 @@ constexpr Filtered kDecimal[] = {
 TEST(DecimalKeyFilter, PassesDigitsThePointAndBackspace) {
   for (const auto& c : kDecimal) {
     Global global;
-    global.BoxText = c.before;
-    global.ExtraDecimals = static_cast<std::int16_t>(c.extraDecimals);
-    EXPECT_EQ(DecimalKeyFilter(global, c.key), c.passes ? c.key : 0) << c.rule;
+    global.boxes.BoxText = c.before;
+    global.boxes.ExtraDecimals = static_cast<std::int16_t>(c.extraDecimals);
+    EXPECT_EQ(DecimalKeyFilter(global.boxes, c.key), c.passes ? c.key : 0) << c.rule;
   }
 }
 
 TEST(DecimalKeyFilter, UsesUpTheRequestForDecimals) {
   Global global;
-  global.BoxText = "1.2";
-  global.ExtraDecimals = 3;
-  DecimalKeyFilter(global, '3');
-  EXPECT_EQ(global.ExtraDecimals, 0);
+  global.boxes.BoxText = "1.2";
+  global.boxes.ExtraDecimals = 3;
+  DecimalKeyFilter(global.boxes, '3');
+  EXPECT_EQ(global.boxes.ExtraDecimals, 0);
 }
 
 TEST(WholeNumberKeyFilter, PassesDigitsAndBackspace) {
@@ -256,18 +271,18 @@ TEST(WholeNumberKeyFilter, PassesDigitsAndBackspace) {
 
 TEST(EnterText, TakesAllOfItOrNothing) {
   Global global;
-  global.BoxEdited = 0;
-  auto entered = enterText(global, KeyFilter::Decimal, 0, "$1.00", "1,250.50");
+  global.boxes.BoxEdited = 0;
+  auto entered = enterText(global.boxes, KeyFilter::Decimal, 0, "$1.00", "1,250.50");
   EXPECT_FALSE(entered.passed);
   EXPECT_FALSE(entered.emptyFirst);
-  EXPECT_EQ(global.BoxEdited, 0) << "a refused text leaves the box as it was";
-  entered = enterText(global, KeyFilter::Decimal, 0, "$1.00", "1250.50");
+  EXPECT_EQ(global.boxes.BoxEdited, 0) << "a refused text leaves the box as it was";
+  entered = enterText(global.boxes, KeyFilter::Decimal, 0, "$1.00", "1250.50");
   EXPECT_TRUE(entered.passed);
   EXPECT_TRUE(entered.emptyFirst);
-  EXPECT_EQ(global.BoxEdited, 1);
-  EXPECT_FALSE(enterText(global, KeyFilter::Decimal, 0, "1250.50", "7").passed);
-  EXPECT_FALSE(enterText(global, KeyFilter::Decimal, 0, "1", "\b\b").passed);
-  EXPECT_FALSE(enterText(global, KeyFilter::WholeNumber, 0, "1", "1\n2").passed);
+  EXPECT_EQ(global.boxes.BoxEdited, 1);
+  EXPECT_FALSE(enterText(global.boxes, KeyFilter::Decimal, 0, "1250.50", "7").passed);
+  EXPECT_FALSE(enterText(global.boxes, KeyFilter::Decimal, 0, "1", "\b\b").passed);
+  EXPECT_FALSE(enterText(global.boxes, KeyFilter::WholeNumber, 0, "1", "1\n2").passed);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QClipboard>
 
 #include "app/filtered_edit.h"
+#include "calc/box_tables.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -13,9 +14,9 @@ class PrimarySelectionTest : public QObject {
  private slots:
   void aMiddleClickIsFiltered_data() {
     QTest::addColumn<int>("page");
-    for (const BoxRule& rule : boxRules())
-      if (rule.option == 0)
-        QTest::newRow(std::string(rule.name).c_str()) << static_cast<int>(rule.page);
+    forEachBox([](int page, const BoxRule& rule) {
+      if (rule.option == 0) QTest::newRow(std::string(rule.name).c_str()) << page;
+    });
   }
 
   void aMiddleClickIsFiltered() {

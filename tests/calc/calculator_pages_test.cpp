@@ -4,11 +4,13 @@
 #include <QLabel>
 
 #include "app/input_boxes.h"
-#include "calc/capital_required.h"
-#include "calc/investment_growth.h"
-#include "calc/mortgage.h"
-#include "calc/pension_growth.h"
-#include "calc/retirement_income.h"
+#include "calc/box_tables.h"
+#include "calc/capital_required_help.h"
+#include "calc/investment_growth_help.h"
+#include "calc/mortgage_help.h"
+#include "calc/pension_growth_help.h"
+#include "calc/retirement_income_help.h"
+#include "charts/chart_kind.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -71,7 +73,7 @@ class CalculatorPagesTest : public QObject {
       program.printing.pageSize = size;
       program.click(qPrintable(prefix + "Print"));
       QStringList expected =
-          QString::fromStdString(program.global.ReportLines[1]).remove('\r').split('\n');
+          QString::fromStdString(program.global.reports.ReportLines[1]).remove('\r').split('\n');
       while (expected.back().isEmpty()) expected.removeLast();
       QCOMPARE(program.printing.lines(6.59), expected);
     }
@@ -98,10 +100,9 @@ class CalculatorPagesTest : public QObject {
     program.click("CRCalculate");
     program.click("CRCapitalChoices_1");
     QCOMPARE(program.results(), "");
-    QCOMPARE(program.global.ReportLines[1], "");
+    QCOMPARE(program.global.reports.ReportLines[1], "");
     QCOMPARE(label("Label26"), "Annual income required $");
     QCOMPARE(program.box("CRInCapitalReq")->text(), "   $40,000.00");
-    QCOMPARE(program.global.CapitalOption, 2);
     program.type("CRInIntGrowthRate", "20");
     program.click("CRCalculate");
     QVERIFY(program.results().startsWith("Annual income required:       $40,000.00\n"));
@@ -118,7 +119,7 @@ class CalculatorPagesTest : public QObject {
     QVERIFY(!program.results().isEmpty());
     program.type("CRInTimeInYrs", "1");
     QCOMPARE(program.results(), "");
-    QCOMPARE(program.global.ReportLines[1], "");
+    QCOMPARE(program.global.reports.ReportLines[1], "");
   }
 
   void anOptionOfRetirementKeepsTheFirstTwo() {
@@ -137,7 +138,6 @@ class CalculatorPagesTest : public QObject {
     QCOMPARE(program.box("RIInAnnIntGrowthRate")->text(), " 10.00%");
     QCOMPARE(program.box("RIInAnnIncWDrawnRate")->text(), "  $1,000.00");
     QCOMPARE(program.box("RIInTimeInYrs")->text(), "   .00%");
-    QCOMPARE(program.global.WithdrawalOption, 2);
 
     // The fourth box is a rate now: decimals pass, and 40 is no limit.
     program.type("RIInTimeInYrs", "41.5");
@@ -214,8 +214,8 @@ class CalculatorPagesTest : public QObject {
       program.type("IGInYearsInvested", qPrintable(QString::number(i)));
       program.click("IGCalculate");
       QCOMPARE(program.results().count("Frequency of contribution:     Monthly"), i);
-      QCOMPARE(program.global.ChartKind, 7);
-      QCOMPARE(program.global.ChartCount, i);
+      QCOMPARE(program.global.chart.ChartKind, ChartKind::GrowthComparisons);
+      QCOMPARE(program.global.chart.ChartCount, i);
     }
     QCOMPARE(program.prompts.told, QList<int>{8});
     program.click("IGCalculate");
@@ -335,8 +335,8 @@ class CalculatorPagesTest : public QObject {
     QCOMPARE(QApplication::focusWidget()->objectName(), "MTInMthPayment");
     QCOMPARE(label("MTTotIntPaid"), "");
     QCOMPARE(program.results(), "");
-    QCOMPARE(program.global.ComparisonCount, 0);
-    QCOMPARE(program.global.ChartCount, 0);
+    QCOMPARE(program.global.reports.ComparisonCount, 0);
+    QCOMPARE(program.global.chart.ChartCount, 0);
   }
 
   void aFailureIsToldOnceThoughItsDialogTakesTheFocus() {
@@ -404,7 +404,6 @@ class CalculatorPagesTest : public QObject {
     chooseItem("MTFreqPmt", 2);
     QVERIFY(days->isEnabled());
     program.click("MTIRFactor_3");
-    QCOMPARE(program.global.DaysOption, 3);
     program.click("MTCalculate");
     QVERIFY(program.results().contains("Number of days in year used:          364.00"));
     chooseItem("MTFreqPmt", -2);
@@ -424,7 +423,7 @@ class CalculatorPagesTest : public QObject {
       QCOMPARE(program.results().count("Conventional Mortgage"), i);
     }
     QCOMPARE(program.prompts.told, QList<int>{8});
-    QCOMPARE(program.global.ChartCount, 10);
+    QCOMPARE(program.global.chart.ChartCount, 10);
     program.click("MTCalculate");
     QCOMPARE(program.results().count("Conventional Mortgage"), 1);
     program.choosePage(0);
@@ -454,8 +453,8 @@ class CalculatorPagesTest : public QObject {
       if (page.option != nullptr) program.click(page.option);
       for (int seed = 0; seed < 24; ++seed) {
         int turn = seed;
-        for (const BoxRule& rule : boxRules()) {
-          if (static_cast<int>(rule.page) != page.index || rule.option != 0) continue;
+        for (const BoxRule& rule : kBoxTables[static_cast<std::size_t>(page.index)]) {
+          if (rule.option != 0) continue;
           auto* edit = program.box(std::string(rule.name).c_str());
           if (edit->isReadOnly()) continue;
           edit->setFocus(Qt::TabFocusReason);
@@ -479,3 +478,4 @@ class CalculatorPagesTest : public QObject {
 
 QTEST_MAIN(mirelund::testing::CalculatorPagesTest)
 #include "calculator_pages_test.moc"
+#include "charts/chart_kind.h"

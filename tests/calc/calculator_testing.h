@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/currency.h"
-#include "app/formatting.h"
 #include "app/global.h"
+#include "app/report_line.h"
+#include "base/currency.h"
 
 namespace mirelund {
 
@@ -73,20 +73,21 @@ inline rc::Gen<Currency> anyYears() {
 /// What a calculation must leave alone when it fails.
 struct Shown {
   explicit Shown(const Global& global)
-      : report(global.ReportLines[1]),
-        kind(global.ChartKind),
-        count(global.ChartCount),
-        title(global.ChartTitle),
-        comparisons(global.ComparisonCount),
-        startOver(global.StartOver) {
+      : report(global.reports.ReportLines[1]),
+        kind(global.chart.ChartKind),
+        count(global.chart.ChartCount),
+        title(global.chart.ChartTitle),
+        comparisons(global.reports.ComparisonCount),
+        startOver(global.reports.StartOver) {
     for (std::size_t row = 0; row < 45; ++row)
       for (std::size_t column = 0; column < kComparisonTableColumns; ++column)
-        table.push_back(global.ComparisonTable.at(row, column).tenThousandths());
+        table.push_back(global.reports.ComparisonTable.at(row, column).tenThousandths());
   }
   friend bool operator==(const Shown&, const Shown&) = default;
 
   std::string report;
-  std::int16_t kind, count;
+  ChartKind kind;
+  std::int16_t count;
   std::string title;
   std::int16_t comparisons, startOver;
   std::vector<std::int64_t> table;

@@ -5,18 +5,28 @@
 
 #include "app/input_boxes.h"
 #include "calc/calculator_testing.h"
+#include "calc/capital_required_help.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
 namespace {
 
+// The shared state, and the page's own.
+struct Global : mirelund::Global {
+  std::int16_t CapitalOption = 0;
+};
+
 // The page without its window: stores the figures and calculates.
 Outcome calculate(Global& global, Currency amount, Currency rate, Currency years) {
-  global.InputValues[1] = amount;
-  global.InputValues[2] = rate;
-  global.InputValues[3] = years;
-  return calculateCapitalRequired(global, {boxText(boxRule("CRInCapitalReq"), amount),
-                                           boxText(boxRule("CRInIntGrowthRate"), rate),
-                                           boxText(boxRule("CRInTimeInYrs"), years)});
+  global.boxes.InputValues[1] = amount;
+  global.boxes.InputValues[2] = rate;
+  global.boxes.InputValues[3] = years;
+  const auto text = [&](const char* box) {
+    return boxText(global.boxes, boxRule(kCapitalRequiredBoxes, box));
+  };
+  return calculateCapitalRequired(
+      global.boxes, global.reports, global.chart, global.CapitalOption,
+      {text("CRInCapitalReq"), text("CRInIntGrowthRate"), text("CRInTimeInYrs")});
 }
 
 Outcome calculate(Global& global, int amount, int rate, int years) {
@@ -26,7 +36,7 @@ Outcome calculate(Global& global, int amount, int rate, int years) {
 TEST(CapitalRequired, ReportsTheYears) {
   Global global;
   const Outcome outcome = calculate(global, 1210, 10, 2);
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   EXPECT_TRUE(outcome.showResults);
   // P = 1210 x 0.1 / (1.1 x 0.21) = 523.8095...; 10 % of it is 52.3810; then
   // 10 % of 576.1905 + 523.8095 = 1,100 is 110.
@@ -41,7 +51,7 @@ TEST(CapitalRequired, ReportsTheYears) {
             "  2        523.81        110.00      1,210.00\r\n"
             "_____________________________________________\r\n"
             "Tot      1,047.62        162.38      1,210.00\r\n");
-  EXPECT_EQ(global.ReportLines[1], outcome.results);
+  EXPECT_EQ(global.reports.ReportLines[1], outcome.results);
 }
 
 TEST(CapitalRequired, SavesForAHundredThousand) {
@@ -56,11 +66,11 @@ TEST(CapitalRequired, SavesForAHundredThousand) {
 TEST(CapitalRequired, FillsTheTableAndTheChart) {
   Global global;
   calculate(global, 100000, 20, 25);
-  EXPECT_EQ(global.ChartCount, 25);
-  EXPECT_EQ(global.ChartKind, 3);
-  EXPECT_EQ(global.ChartTitle, "Growth in capital required over ");
-  EXPECT_EQ(global.ComparisonCount, 0);
-  const CurrencyTable& table = global.ComparisonTable;
+  EXPECT_EQ(global.chart.ChartCount, 25);
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::CapitalRequired);
+  EXPECT_EQ(global.chart.ChartTitle, "Growth in capital required over ");
+  EXPECT_EQ(global.reports.ComparisonCount, 0);
+  const CurrencyTable& table = global.reports.ComparisonTable;
   EXPECT_EQ(table.at(25, 1), Currency::whole(25));
   EXPECT_EQ(table.at(25, 4), Currency::whole(100000));
   EXPECT_EQ(table.at(26, 1), Currency::whole(26));
@@ -122,12 +132,12 @@ TEST(CapitalRequired, AFailureLeavesScreenReportAndChart) {
   for (const auto& c : kRefused) {
     Global global;
     calculate(global, 100000, 20, 25);
-    global.StartOver = 1;
+    global.reports.StartOver = 1;
     global.CapitalOption = static_cast<std::int16_t>(c.option);
     const Shown before(global);
     const Outcome outcome =
         calculate(global, ToCurrency(c.amount), ToCurrency(c.rate), Currency::whole(c.years));
-    EXPECT_EQ(outcome.message, 3) << c.rule;
+    EXPECT_EQ(outcome.message, Message::WrongEntry) << c.rule;
     EXPECT_FALSE(outcome.showResults) << c.rule;
     EXPECT_EQ(Shown(global), before) << c.rule;
   }
@@ -139,22 +149,23 @@ TEST(CapitalRequired, EveryCalculationReplacesTheReport) {
   for (int i = 0; i < 12; ++i) {
     const Outcome outcome = calculate(global, 100000, 20, 25);
     EXPECT_EQ(outcome.results, first);
-    EXPECT_EQ(outcome.message, 0);
+    EXPECT_EQ(outcome.message, Message::None);
   }
-  showHelp(global, capitalRequiredHelp());
+  showHelp(global.reports, capitalRequiredHelp());
   EXPECT_EQ(calculate(global, 100000, 20, 25).results, first);
-  EXPECT_EQ(global.StartOver, 0);
+  EXPECT_EQ(global.reports.StartOver, 0);
 }
 
 TEST(CapitalRequired, SwitchingTheOptionEmptiesTheReportAndReloads) {
   Global global;
   calculate(global, 1, 2, 3);
-  const auto shown = switchCapitalOption(global, CapitalTarget::AnnualIncome);
-  EXPECT_EQ(global.ReportLines[1], "");
+  const auto shown = switchCapitalOption(global.boxes, global.reports, global.CapitalOption,
+                                         CapitalTarget::AnnualIncome);
+  EXPECT_EQ(global.reports.ReportLines[1], "");
   EXPECT_EQ(global.CapitalOption, 2);
-  EXPECT_EQ(global.InputValues[1], Currency::whole(40000));
-  EXPECT_EQ(global.InputValues[2], Currency::whole(15));
-  EXPECT_EQ(global.InputValues[3], Currency::whole(25));
+  EXPECT_EQ(global.boxes.InputValues[1], Currency::whole(40000));
+  EXPECT_EQ(global.boxes.InputValues[2], Currency::whole(15));
+  EXPECT_EQ(global.boxes.InputValues[3], Currency::whole(25));
   const std::vector<std::pair<std::string, std::string>> expected = {
       {"CRInCapitalReq", "   $40,000.00"},
       {"Label26", "Annual income required $"},
@@ -165,10 +176,12 @@ TEST(CapitalRequired, SwitchingTheOptionEmptiesTheReportAndReloads) {
     EXPECT_EQ(shown[i].control, expected[i].first);
     EXPECT_EQ(shown[i].text, expected[i].second);
   }
-  EXPECT_EQ(switchCapitalOption(global, CapitalTarget::Capital)[1].text,
+  EXPECT_EQ(switchCapitalOption(global.boxes, global.reports, global.CapitalOption,
+                                CapitalTarget::Capital)[1]
+                .text,
             "Amount of capital required $");
   EXPECT_EQ(global.CapitalOption, 0);
-  EXPECT_EQ(global.InputValues[1], Currency::whole(100000));
+  EXPECT_EQ(global.boxes.InputValues[1], Currency::whole(100000));
 }
 
 TEST(CapitalRequired, HelpShowsItsExamplesBesideThePagesLabels) {
@@ -183,7 +196,7 @@ RC_GTEST_PROP(CapitalRequired, AnyInputEndsInAReportOrMessageThree, ()) {
   Global global;
   global.CapitalOption = *rc::gen::element<std::int16_t>(0, 2);
   const Outcome outcome = calculate(global, *anyAmount(), *anyRate(), *anyYears());
-  RC_ASSERT(outcome.showResults != (outcome.message == 3));
+  RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry));
   RC_ASSERT(!showsNoNumber(outcome.results));
   for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
   if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);

@@ -38,7 +38,7 @@ class CompoundGainPageTest : public QObject {
       QCOMPARE(program.results().count("Cost of Investment:"), i);
     }
     QCOMPARE(program.prompts.told, QList<int>{8});
-    QCOMPARE(program.global.ChartCount, 10);
+    QCOMPARE(program.global.chart.ChartCount, 10);
 
     // What is on screen is printed, although the run has ended.
     program.click("CGPrint");

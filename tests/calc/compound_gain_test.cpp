@@ -5,6 +5,8 @@
 #include <rapidcheck/gtest.h>
 
 #include "app/input_boxes.h"
+#include "calc/compound_gain_help.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
 namespace {
@@ -12,13 +14,15 @@ namespace {
 // The page without its window: stores the figures and calculates.
 Outcome calculate(Global& global, double cost, double value, int years,
                   const std::string& name = "XYZ Mutual Fund") {
-  global.InputValues[1] = ToCurrency(cost);
-  global.InputValues[2] = ToCurrency(value);
-  global.InputValues[3] = Currency::whole(years);
-  return calculateCompoundGain(global,
-                               {boxText(boxRule("CGInCostofInvest"), global.InputValues[1]),
-                                boxText(boxRule("CGInValueNow"), global.InputValues[2]),
-                                boxText(boxRule("CGInNumOfYrs"), global.InputValues[3]), name});
+  global.boxes.InputValues[1] = ToCurrency(cost);
+  global.boxes.InputValues[2] = ToCurrency(value);
+  global.boxes.InputValues[3] = Currency::whole(years);
+  const auto text = [&](const char* box) {
+    return boxText(global.boxes, boxRule(kCompoundGainBoxes, box));
+  };
+  return calculateCompoundGain(
+      global.boxes, global.reports, global.chart,
+      {text("CGInCostofInvest"), text("CGInValueNow"), text("CGInNumOfYrs"), name});
 }
 
 const std::string kBlock =
@@ -36,7 +40,7 @@ const std::string kBlock =
 TEST(CompoundGain, ReportsTheFirstComparison) {
   Global global;
   const Outcome outcome = calculate(global, 10000, 20000, 5);
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   EXPECT_TRUE(outcome.showResults);
   EXPECT_EQ(outcome.results, kBlock);
 }
@@ -75,16 +79,17 @@ TEST(CompoundGain, RatesMatchTheClosedForm) {
 TEST(CompoundGain, FillsTheChart) {
   Global global;
   calculate(global, 10000, 20000, 5);
-  EXPECT_EQ(global.ChartKind, 6);
-  EXPECT_EQ(global.ChartCount, 1);
-  EXPECT_EQ(global.ChartTitle, "Percentage gain/loss for comparisions ");
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::CompoundGain);
+  EXPECT_EQ(global.chart.ChartCount, 1);
+  EXPECT_EQ(global.chart.ChartTitle, "Percentage gain/loss for comparisions ");
   // 100 x (2^0.2 - 1) = 14.869835...
-  EXPECT_EQ(global.ComparisonTotals.at(1, 1).tenThousandths(), 148698);
+  EXPECT_EQ(global.reports.ComparisonTotals.at(1, 1).tenThousandths(), 148698);
   // 10000 x 2^(y/5), truncated.
   const int values[] = {11486, 13195, 15157, 17411};
   for (std::size_t year = 1; year <= 4; ++year) {
-    EXPECT_EQ(global.ComparisonTable.at(year, 1), Currency::whole(static_cast<int>(year)));
-    EXPECT_EQ(global.ComparisonTable.at(year, 4), Currency::whole(values[year - 1])) << year;
+    EXPECT_EQ(global.reports.ComparisonTable.at(year, 1), Currency::whole(static_cast<int>(year)));
+    EXPECT_EQ(global.reports.ComparisonTable.at(year, 4), Currency::whole(values[year - 1]))
+        << year;
   }
 }
 
@@ -94,57 +99,57 @@ TEST(CompoundGain, TheTenthShowsAllBlocksAndTheEleventhStartsAgain) {
   for (int i = 1; i <= 9; ++i) {
     blocks += kBlock;
     EXPECT_EQ(calculate(global, 10000, 20000, 5).results, blocks);
-    EXPECT_EQ(global.ChartCount, i);
+    EXPECT_EQ(global.chart.ChartCount, i);
   }
   const Outcome tenth = calculate(global, 10000, 20000, 5);
-  EXPECT_EQ(tenth.message, 8);
+  EXPECT_EQ(tenth.message, Message::MostComparisons);
   EXPECT_EQ(tenth.results, blocks + kBlock);
-  EXPECT_EQ(global.ReportLines[1], "");
-  EXPECT_EQ(global.ChartCount, 10);
+  EXPECT_EQ(global.reports.ReportLines[1], "");
+  EXPECT_EQ(global.chart.ChartCount, 10);
   const Outcome eleventh = calculate(global, 10000, 20000, 5);
   EXPECT_EQ(eleventh.results, kBlock);
-  EXPECT_EQ(global.ComparisonCount, 1);
+  EXPECT_EQ(global.reports.ComparisonCount, 1);
 }
 
 TEST(CompoundGain, ZeroInputLeavesItsHeading) {
   Global global;
   const Outcome refused = calculate(global, 0, 20000, 5);
-  EXPECT_EQ(refused.message, 18);
+  EXPECT_EQ(refused.message, Message::AllThreeBoxes);
   EXPECT_FALSE(refused.showResults);
-  EXPECT_EQ(global.ComparisonCount, 1);
-  EXPECT_EQ(global.ChartCount, 0);
+  EXPECT_EQ(global.reports.ComparisonCount, 1);
+  EXPECT_EQ(global.chart.ChartCount, 0);
   const std::string orphan =
       "Cost of Investment:                   $.00\r\n" + kBlock.substr(44, 44 * 3 + 2 + 94);
   EXPECT_EQ(calculate(global, 10000, 20000, 5).results, orphan + kBlock);
-  EXPECT_EQ(calculate(global, 10000, 0, 5).message, 18);
-  EXPECT_EQ(calculate(global, 10000, 20000, 0).message, 18);
+  EXPECT_EQ(calculate(global, 10000, 0, 5).message, Message::AllThreeBoxes);
+  EXPECT_EQ(calculate(global, 10000, 20000, 0).message, Message::AllThreeBoxes);
 }
 
 TEST(CompoundGain, AFailedTenthNeverLetsTheCountPassTen) {
   Global global;
   for (int i = 1; i <= 9; ++i) calculate(global, 10000, 20000, 5);
   for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(calculate(global, 0, 20000, 5).message, 18);
-    EXPECT_EQ(global.ComparisonCount, 10);
+    EXPECT_EQ(calculate(global, 0, 20000, 5).message, Message::AllThreeBoxes);
+    EXPECT_EQ(global.reports.ComparisonCount, 10);
   }
-  EXPECT_EQ(calculate(global, 10000, 20000, 5).message, 8);
-  EXPECT_EQ(global.ComparisonCount, 0);
-  EXPECT_EQ(global.ChartCount, 10);
+  EXPECT_EQ(calculate(global, 10000, 20000, 5).message, Message::MostComparisons);
+  EXPECT_EQ(global.reports.ComparisonCount, 0);
+  EXPECT_EQ(global.chart.ChartCount, 10);
 }
 
 TEST(CompoundGain, HelpIsReplacedByTheNextReport) {
   Global global;
   calculate(global, 10000, 20000, 5);
-  EXPECT_EQ(showHelp(global, compoundGainHelp()).results, compoundGainHelp());
-  EXPECT_EQ(global.StartOver, 1);
+  EXPECT_EQ(showHelp(global.reports, compoundGainHelp()).results, compoundGainHelp());
+  EXPECT_EQ(global.reports.StartOver, 1);
   EXPECT_EQ(calculate(global, 10000, 20000, 5).results, kBlock);
-  EXPECT_EQ(global.StartOver, 0);
+  EXPECT_EQ(global.reports.StartOver, 0);
 }
 
 TEST(CompoundGain, TheNameFillsTwentyThreePlaces) {
   Global global;
   const auto line = [&](const std::string& name) {
-    resetCalculators(global);
+    resetCalculators(global.boxes, global.reports, global.chart);
     const auto report = calculate(global, 1, 2, 3, name).results;
     const auto start = report.find("Name of");
     return report.substr(start, report.find("\r\n", start) - start);
@@ -160,9 +165,9 @@ TEST(CompoundGain, AResultOutOfRangeIsMessageThree) {
   // The chart's last value leaves the range only through the rate's rounding;
   // the rate itself leaves it here: 9e14 / 0.0001 in one year.
   const Outcome outcome = calculate(global, 0.0001, 900000000000000, 1);
-  EXPECT_EQ(outcome.message, 3);
+  EXPECT_EQ(outcome.message, Message::WrongEntry);
   EXPECT_FALSE(outcome.showResults);
-  EXPECT_EQ(global.ChartCount, 0);
+  EXPECT_EQ(global.chart.ChartCount, 0);
 }
 
 TEST(CompoundGain, TheFirstYearEndIsTheCostTimesOnePlusTheRate) {
@@ -170,7 +175,7 @@ TEST(CompoundGain, TheFirstYearEndIsTheCostTimesOnePlusTheRate) {
   Global global;
   calculate(global, 500, 100, 1);
   EXPECT_LT(500 * (1 + std::exp(std::log(0.2)) - 1), 100.0);
-  EXPECT_EQ(global.ComparisonTable.at(1, 4), Currency::whole(99));
+  EXPECT_EQ(global.reports.ComparisonTable.at(1, 4), Currency::whole(99));
 }
 
 RC_GTEST_PROP(CompoundGain, AnyInputEndsInAReportOrAMessage, ()) {
@@ -178,11 +183,13 @@ RC_GTEST_PROP(CompoundGain, AnyInputEndsInAReportOrAMessage, ()) {
   const auto amount =
       rc::gen::oneOf(rc::gen::inRange<std::int64_t>(0, 100'000'000), rc::gen::just<std::int64_t>(1),
                      rc::gen::inRange<std::int64_t>(0, std::numeric_limits<std::int64_t>::max()));
-  global.InputValues[1] = Currency::fromTenThousandths(*amount);
-  global.InputValues[2] = Currency::fromTenThousandths(*amount);
-  global.InputValues[3] = Currency::whole(*rc::gen::inRange(0, 41));
-  const Outcome outcome = calculateCompoundGain(global, {"c", "v", "y", "n"});
-  RC_ASSERT(outcome.showResults || outcome.message == 3 || outcome.message == 18);
+  global.boxes.InputValues[1] = Currency::fromTenThousandths(*amount);
+  global.boxes.InputValues[2] = Currency::fromTenThousandths(*amount);
+  global.boxes.InputValues[3] = Currency::whole(*rc::gen::inRange(0, 41));
+  const Outcome outcome =
+      calculateCompoundGain(global.boxes, global.reports, global.chart, {"c", "v", "y", "n"});
+  RC_ASSERT(outcome.showResults || outcome.message == Message::WrongEntry ||
+            outcome.message == Message::AllThreeBoxes);
   RC_ASSERT(outcome.results.find("nan") == std::string::npos);
   RC_ASSERT(outcome.results.find("inf") == std::string::npos);
 }

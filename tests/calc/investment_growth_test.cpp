@@ -7,6 +7,8 @@
 #include "calc/calculator_testing.h"
 #include "calc/capital_required.h"
 #include "calc/compound_gain.h"
+#include "calc/investment_growth_help.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
 namespace {
@@ -32,7 +34,7 @@ InvestmentGrowthInput inputOf(const Figures& f) {
 
 // The page without its window: stores the figures and calculates.
 Outcome calculate(Global& global, const InvestmentGrowthInput& in, GrowthResults results) {
-  auto& slots = global.InputValues;
+  auto& slots = global.boxes.InputValues;
   slots[1] = in.beginning;
   slots[2] = in.contribution;
   slots[4] = in.growthPercent;
@@ -40,10 +42,10 @@ Outcome calculate(Global& global, const InvestmentGrowthInput& in, GrowthResults
   slots[6] = in.inflationPercent;
   slots[7] = in.years;
   const auto text = [&](const char* box) {
-    return boxText(boxRule(box), slots[boxRule(box).slot]);
+    return boxText(global.boxes, boxRule(kInvestmentGrowthBoxes, box));
   };
   return calculateInvestmentGrowth(
-      global,
+      global.boxes, global.reports, global.chart,
       {text("IGInBegBal"), text("IGInEachContrib"), in.frequency, text("IGInIntGrowthRate"),
        text("IGInAnnContribRate"), text("IGInAnninFlatRate"), text("IGInYearsInvested"), results});
 }
@@ -77,12 +79,12 @@ const std::string kBlock = kHeading + kTotals + kUnderlined + "\r\n";
 TEST(InvestmentGrowth, ReportsEveryPeriod) {
   Global global;
   const Outcome outcome = calculate(global, kTwoYears);
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   EXPECT_EQ(outcome.results, kHeading +
                                  "  1      1,100.00        110.00      1,210.00\r\n"
                                  "  2        100.00        131.00      1,441.00\r\n" +
                                  kUnderlined + kTotals);
-  EXPECT_EQ(global.ReportLines[1], outcome.results);
+  EXPECT_EQ(global.reports.ReportLines[1], outcome.results);
 }
 
 TEST(InvestmentGrowth, FillsTheTableAndTheChart) {
@@ -90,17 +92,17 @@ TEST(InvestmentGrowth, FillsTheTableAndTheChart) {
   Figures monthly = kTwoYears;
   monthly.frequency = Monthly;
   calculate(global, monthly);
-  EXPECT_EQ(global.ChartKind, 9);
-  EXPECT_EQ(global.ChartCount, 2);
-  EXPECT_EQ(global.ChartPeriods, 24);
-  EXPECT_EQ(global.ChartPeriodsPerYear, 12);
-  EXPECT_EQ(global.ChartTitle, "Investment growth over ");
-  EXPECT_EQ(global.ComparisonTable.at(1, 2), Currency::whole(1100));
-  EXPECT_EQ(global.ComparisonTable.at(24, 1), Currency::whole(24));
-  EXPECT_EQ(global.ComparisonTable.at(25, 1), Currency::whole(24));
-  EXPECT_EQ(global.ComparisonTable.at(25, 2), Currency::whole(1000 + 24 * 100));
-  EXPECT_EQ(global.ComparisonTable.at(25, 4), global.ComparisonTable.at(24, 4));
-  EXPECT_EQ(global.ComparisonTable.at(26, 1), Currency());
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::GrowthYears);
+  EXPECT_EQ(global.chart.ChartCount, 2);
+  EXPECT_EQ(global.chart.ChartPeriods, 24);
+  EXPECT_EQ(global.chart.ChartPeriodsPerYear, 12);
+  EXPECT_EQ(global.chart.ChartTitle, "Investment growth over ");
+  EXPECT_EQ(global.reports.ComparisonTable.at(1, 2), Currency::whole(1100));
+  EXPECT_EQ(global.reports.ComparisonTable.at(24, 1), Currency::whole(24));
+  EXPECT_EQ(global.reports.ComparisonTable.at(25, 1), Currency::whole(24));
+  EXPECT_EQ(global.reports.ComparisonTable.at(25, 2), Currency::whole(1000 + 24 * 100));
+  EXPECT_EQ(global.reports.ComparisonTable.at(25, 4), global.reports.ComparisonTable.at(24, 4));
+  EXPECT_EQ(global.reports.ComparisonTable.at(26, 1), Currency());
 }
 
 struct Example {
@@ -157,12 +159,12 @@ TEST(InvestmentGrowth, CompleteReplacesWhatStoodThere) {
   for (int i = 0; i < 12; ++i) {
     const Outcome outcome = calculate(global, kTwoYears);
     EXPECT_EQ(outcome.results, first);
-    EXPECT_EQ(outcome.message, 0);
-    EXPECT_EQ(global.ComparisonCount, 1);
+    EXPECT_EQ(outcome.message, Message::None);
+    EXPECT_EQ(global.reports.ComparisonCount, 1);
   }
   calculate(global, kTwoYears, Comparison);
   EXPECT_EQ(calculate(global, kTwoYears).results, first);
-  showHelp(global, investmentGrowthHelp());
+  showHelp(global.reports, investmentGrowthHelp());
   EXPECT_EQ(calculate(global, kTwoYears).results, first);
 }
 
@@ -172,31 +174,32 @@ TEST(InvestmentGrowth, TheTenthShowsAllBlocksAndTheEleventhStartsAgain) {
   for (int i = 1; i <= 9; ++i) {
     blocks += kBlock;
     EXPECT_EQ(calculate(global, kTwoYears, Comparison).results, blocks);
-    EXPECT_EQ(global.ChartCount, i);
-    EXPECT_EQ(global.ChartKind, 7);
-    EXPECT_EQ(global.ComparisonTotals.at(static_cast<std::size_t>(i), 1), Currency::whole(1441));
+    EXPECT_EQ(global.chart.ChartCount, i);
+    EXPECT_EQ(global.chart.ChartKind, ChartKind::GrowthComparisons);
+    EXPECT_EQ(global.reports.ComparisonTotals.at(static_cast<std::size_t>(i), 1),
+              Currency::whole(1441));
   }
-  EXPECT_EQ(global.ChartTitle, "Totals for comparisons, number ");
+  EXPECT_EQ(global.chart.ChartTitle, "Totals for comparisons, number ");
   const Outcome tenth = calculate(global, kTwoYears, Comparison);
-  EXPECT_EQ(tenth.message, 8);
+  EXPECT_EQ(tenth.message, Message::MostComparisons);
   EXPECT_EQ(tenth.results, blocks + kBlock);
-  EXPECT_EQ(global.ReportLines[1], "");
-  EXPECT_EQ(global.ChartCount, 10);
+  EXPECT_EQ(global.reports.ReportLines[1], "");
+  EXPECT_EQ(global.chart.ChartCount, 10);
   EXPECT_EQ(calculate(global, kTwoYears, Comparison).results, kBlock);
-  EXPECT_EQ(global.ComparisonCount, 1);
+  EXPECT_EQ(global.reports.ComparisonCount, 1);
 }
 
 TEST(InvestmentGrowth, AComparisonAfterACompleteReportStandsBelowIt) {
   Global global;
   const std::string complete = calculate(global, kTwoYears).results;
   EXPECT_EQ(calculate(global, kTwoYears, Comparison).results, complete + kBlock);
-  EXPECT_EQ(global.ComparisonCount, 2);
+  EXPECT_EQ(global.reports.ComparisonCount, 2);
 }
 
 TEST(InvestmentGrowth, HelpIsReplacedByTheNextComparison) {
   Global global;
   calculate(global, kTwoYears, Comparison);
-  showHelp(global, investmentGrowthHelp());
+  showHelp(global.reports, investmentGrowthHelp());
   EXPECT_EQ(calculate(global, kTwoYears, Comparison).results, kBlock);
 }
 
@@ -206,10 +209,10 @@ TEST(InvestmentGrowth, AFailureInCompleteModeLeavesScreenReportAndChart) {
         Figures{1, 1, 1, 1, 9e14, 40}, Figures{0, 1, 0, 9e14, 0, 2, Monthly}}) {
     Global global;
     calculate(global, kTwoYears);
-    global.StartOver = 1;
+    global.reports.StartOver = 1;
     const Shown before(global);
     const Outcome outcome = calculate(global, f);
-    EXPECT_EQ(outcome.message, 3);
+    EXPECT_EQ(outcome.message, Message::WrongEntry);
     EXPECT_FALSE(outcome.showResults);
     EXPECT_EQ(Shown(global), before);
   }
@@ -218,40 +221,28 @@ TEST(InvestmentGrowth, AFailureInCompleteModeLeavesScreenReportAndChart) {
 TEST(InvestmentGrowth, AFailedComparisonLeavesItsHeadingAndNeverPassesTen) {
   Global global;
   const std::string orphan = [&] {
-    EXPECT_EQ(calculate(global, kFails, Comparison).message, 3);
-    return global.ReportLines[1];
+    EXPECT_EQ(calculate(global, kFails, Comparison).message, Message::WrongEntry);
+    return global.reports.ReportLines[1];
   }();
   EXPECT_EQ(linesOf(orphan).size(), 9U);
-  EXPECT_EQ(global.ComparisonCount, 1);
-  EXPECT_EQ(global.ChartCount, 0);
+  EXPECT_EQ(global.reports.ComparisonCount, 1);
+  EXPECT_EQ(global.chart.ChartCount, 0);
   EXPECT_EQ(calculate(global, kTwoYears, Comparison).results, orphan + kBlock);
   for (int i = 0; i < 20; ++i) {
-    EXPECT_EQ(calculate(global, kFails, Comparison).message, 3);
-    EXPECT_LE(global.ComparisonCount, 10);
+    EXPECT_EQ(calculate(global, kFails, Comparison).message, Message::WrongEntry);
+    EXPECT_LE(global.reports.ComparisonCount, 10);
   }
-  EXPECT_EQ(global.ComparisonTotals.at(2, 1), Currency::whole(1441));
-  EXPECT_EQ(calculate(global, kTwoYears, Comparison).message, 8);
+  EXPECT_EQ(global.reports.ComparisonTotals.at(2, 1), Currency::whole(1441));
+  EXPECT_EQ(calculate(global, kTwoYears, Comparison).message, Message::MostComparisons);
   EXPECT_EQ(calculate(global, kTwoYears, Comparison).results, kBlock);
 }
 
 TEST(InvestmentGrowth, AFailedFirstComparisonLeavesNoChartOfClearedTotals) {
   Global global;
   for (int i = 0; i < 3; ++i) calculate(global, kTwoYears, Comparison);
-  showHelp(global, investmentGrowthHelp());
-  EXPECT_EQ(calculate(global, kFails, Comparison).message, 3);
-  EXPECT_EQ(global.ChartCount, 0);
-}
-
-TEST(InvestmentGrowth, FrequenciesStandInTheListsOrder) {
-  for (std::size_t i = 0; i < kContributionFrequencies.size(); ++i)
-    EXPECT_EQ(static_cast<std::size_t>(kContributionFrequencies[i].frequency), i);
-}
-
-TEST(InvestmentGrowth, ForgetsTheFundCount) {
-  Global global;
-  global.FundCount = 3;
-  calculateInvestmentGrowth(global, {});
-  EXPECT_EQ(global.FundCount, 0);
+  showHelp(global.reports, investmentGrowthHelp());
+  EXPECT_EQ(calculate(global, kFails, Comparison).message, Message::WrongEntry);
+  EXPECT_EQ(global.chart.ChartCount, 0);
 }
 
 TEST(InvestmentGrowth, HelpKeepsItsTexts) {
@@ -287,7 +278,7 @@ rc::Gen<InvestmentGrowthInput> anyInput() {
 RC_GTEST_PROP(InvestmentGrowth, AnyInputEndsInAReportOrMessageThree, ()) {
   Global global;
   const Outcome outcome = calculate(global, *anyInput(), *rc::gen::element(Complete, Comparison));
-  RC_ASSERT(outcome.showResults != (outcome.message == 3));
+  RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry));
   RC_ASSERT(!showsNoNumber(outcome.results));
   for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
 }

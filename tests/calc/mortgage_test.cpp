@@ -5,6 +5,8 @@
 
 #include "app/input_boxes.h"
 #include "calc/calculator_testing.h"
+#include "calc/mortgage_help.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
 namespace {
@@ -24,14 +26,15 @@ MortgageInput loan(double principal, double rate, double years, double payment,
 // The page without its window: the boxes as loaded, figures typed into them.
 struct Page {
   Global global;
-  MortgageTexts shown = loadMortgage(global);
+  DaysInYearState days;
+  MortgageTexts shown = loadMortgage(global.boxes, days);
   MortgageChoices choices;
 
   MortgageOutcome type(const char* box, std::string MortgageTexts::*text, double value) {
-    const BoxRule& rule = boxRule(box);
-    global.MortgageInputs[rule.slot] = value;
-    shown.*text = boxText(rule, value);
-    return recalculateMortgage(global, choices, shown);
+    const BoxRule& rule = boxRule(kMortgageBoxes, box);
+    global.boxes.MortgageInputs[rule.slot] = value;
+    shown.*text = boxText(global.boxes, rule);
+    return RecalculateMortgage(global.boxes, days, choices, shown);
   }
   MortgageOutcome principal(double value) {
     return type("MTInPrincipal", &MortgageTexts::principal, value);
@@ -43,10 +46,12 @@ struct Page {
   }
   MortgageOutcome frequency(Frequency frequency) {
     choices.frequency = frequency;
-    leaveDaysInYear(global, frequency);
-    return recalculateMortgage(global, choices, shown);
+    leaveDaysInYear(days, frequency);
+    return RecalculateMortgage(global.boxes, days, choices, shown);
   }
-  MortgageOutcome calculate() { return calculateMortgage(global, choices, shown); }
+  MortgageOutcome calculate() {
+    return calculateMortgage(global.boxes, global.reports, global.chart, days, choices, shown);
+  }
 };
 
 TEST(Mortgage, LoadsThePage) {
@@ -57,15 +62,15 @@ TEST(Mortgage, LoadsThePage) {
   EXPECT_EQ(page.shown.payment, "         $.00");
   EXPECT_EQ(page.shown.totalPmts, "") << "nothing is calculated before a box is left";
   EXPECT_EQ(page.shown.daysInYear, "");
-  EXPECT_EQ(page.global.DaysOption, 1);
-  EXPECT_EQ(page.global.BiweeklyPerYear, 365.0 / 14);
-  EXPECT_EQ(page.global.WeeklyPerYear, 365.0 / 7);
-  page.global.MortgageInputs[3] = 7;
-  page.global.MortgageInputs[5] = 7;
-  leaveDaysInYear(page.global, Frequency::Monthly);
-  loadMortgage(page.global);
-  EXPECT_EQ(page.global.MortgageInputs, (std::array<double, 6>{0, 100000, 6.5, 25, 0, 0}));
-  EXPECT_EQ(page.global.DaysOption, 1);
+  EXPECT_EQ(page.days.DaysOption, 1);
+  EXPECT_EQ(page.days.BiweeklyPerYear, 365.0 / 14);
+  EXPECT_EQ(page.days.WeeklyPerYear, 365.0 / 7);
+  page.global.boxes.MortgageInputs[3] = 7;
+  page.global.boxes.MortgageInputs[5] = 7;
+  leaveDaysInYear(page.days, Frequency::Monthly);
+  loadMortgage(page.global.boxes, page.days);
+  EXPECT_EQ(page.global.boxes.MortgageInputs, (std::array<double, 6>{0, 100000, 6.5, 25, 0, 0}));
+  EXPECT_EQ(page.days.DaysOption, 1);
 }
 
 struct Published {
@@ -107,7 +112,8 @@ TEST(Mortgage, CanadaCompoundsTwiceAYear) {
   EXPECT_EQ(page.shown.numYrs, "20.97");
   EXPECT_EQ(page.shown.totIntPaid, "   $74,455.00");
   EXPECT_EQ(page.shown.totIntSaved, "   $17,486.98");
-  EXPECT_NEAR(page.global.MortgageInputs[4], 639.806616, 0.000001) << "written back unrounded";
+  EXPECT_NEAR(page.global.boxes.MortgageInputs[4], 639.806616, 0.000001)
+      << "written back unrounded";
   page.choices.compounding = Compounding::Monthly;
   page.rate(6);
   EXPECT_EQ(page.shown.payment, "      $644.30");
@@ -144,8 +150,8 @@ TEST(Mortgage, CountsTheDaysChosen) {
     Page page;
     page.choices.compounding = Compounding::Semiannual;
     page.rate(6);
-    page.global.DaysOption = static_cast<std::int16_t>(c.option);  // a click
-    page.frequency(Frequency::BiweeklyAccelerated);                // the button is left
+    page.days.DaysOption = static_cast<std::int16_t>(c.option);  // a click
+    page.frequency(Frequency::BiweeklyAccelerated);              // the button is left
     EXPECT_EQ(page.shown.daysInYear, c.shown);
     EXPECT_EQ(page.shown.numYrs, c.years) << c.shown;
     EXPECT_EQ(page.shown.totIntPaid, c.interest) << c.shown;
@@ -153,19 +159,18 @@ TEST(Mortgage, CountsTheDaysChosen) {
 }
 
 TEST(Mortgage, MonthlyTurnsTheDaysOff) {
-  Global global;
-  loadMortgage(global);
-  global.DaysOption = 4;
-  EXPECT_EQ(leaveDaysInYear(global, Frequency::OneWeek), 4);
-  EXPECT_EQ(global.DaysInYear, ToCurrency(363.5));
-  EXPECT_EQ(global.BiweeklyPerYear, 25.96428571);
-  EXPECT_EQ(global.WeeklyPerYear, 51.92857143);
-  EXPECT_EQ(leaveDaysInYear(global, Frequency::Semimonthly), 6);
-  EXPECT_EQ(leaveDaysInYear(global, Frequency::Monthly), 6);
-  EXPECT_EQ(leaveDaysInYear(global, Frequency::WeeklyAccelerated), 1);
-  EXPECT_EQ(global.DaysInYear, Currency::whole(365));
-  global.DaysOption = 3;  // a click that Monthly does not keep
-  EXPECT_EQ(leaveDaysInYear(global, Frequency::Monthly), 6);
+  DaysInYearState days;
+  days.DaysOption = 4;
+  EXPECT_EQ(leaveDaysInYear(days, Frequency::OneWeek), 4);
+  EXPECT_EQ(days.DaysInYear, ToCurrency(363.5));
+  EXPECT_EQ(days.BiweeklyPerYear, 25.96428571);
+  EXPECT_EQ(days.WeeklyPerYear, 51.92857143);
+  EXPECT_EQ(leaveDaysInYear(days, Frequency::Semimonthly), 6);
+  EXPECT_EQ(leaveDaysInYear(days, Frequency::Monthly), 6);
+  EXPECT_EQ(leaveDaysInYear(days, Frequency::WeeklyAccelerated), 1);
+  EXPECT_EQ(days.DaysInYear, Currency::whole(365));
+  days.DaysOption = 3;  // a click that Monthly does not keep
+  EXPECT_EQ(leaveDaysInYear(days, Frequency::Monthly), 6);
 }
 
 TEST(Mortgage, MonthlyShowsNormalAndNothingSaved) {
@@ -208,7 +213,7 @@ TEST(Mortgage, SolvesForThePrincipal) {
   // 1000 x (1 - 1.005^-300) / 0.005 = 155,206.86 with 6 % exact; single precision
   // makes it 155,206.87.
   EXPECT_EQ(page.shown.principal, "  $155,206.87");
-  EXPECT_NEAR(page.global.MortgageInputs[1], 155206.86598, 0.00001);
+  EXPECT_NEAR(page.global.boxes.MortgageInputs[1], 155206.86598, 0.00001);
 }
 
 TEST(Mortgage, SolvesForTheYears) {
@@ -218,7 +223,7 @@ TEST(Mortgage, SolvesForTheYears) {
   EXPECT_EQ(page.payment(1000).platformMessage, "");
   // ln(1000 / 500) / (12 ln 1.005) = 11.5813
   EXPECT_EQ(page.shown.term, "11.58");
-  EXPECT_NEAR(page.global.MortgageInputs[3], 11.58131, 0.00001);
+  EXPECT_NEAR(page.global.boxes.MortgageInputs[3], 11.58131, 0.00001);
   EXPECT_EQ(page.shown.numYrs, "10.31");
   page.payment(644.30);
   EXPECT_EQ(page.shown.term, "25.") << "a whole term, not padded";
@@ -229,51 +234,52 @@ TEST(Mortgage, KeepsWhatItSolvedForTheNextSolve) {
   page.rate(6);
   page.choices.solveFor = Principal;
   page.term(25);
-  EXPECT_NEAR(page.global.MortgageInputs[1], 100000, 1e-6);
+  EXPECT_NEAR(page.global.boxes.MortgageInputs[1], 100000, 1e-6);
   page.choices.solveFor = Years;
   page.principal(100000);
-  EXPECT_NEAR(page.global.MortgageInputs[3], 25, 1e-6);
+  EXPECT_NEAR(page.global.boxes.MortgageInputs[3], 25, 1e-6);
 }
 
 struct Failure {
   const char* rule;
   SolveFor solveFor;
   double principal, rate, years, payment;
-  int message;
+  Message message;
   std::string_view platform;
 };
 
 constexpr Failure kFailures[] = {
-    {"no principal", Payment, 0, 6, 25, 0, 3, {}},
-    {"no payment", Principal, 0, 6, 25, 0, 3, {}},
-    {"a zero rate divides by zero", Payment, 100000, 0, 25, 0, 3, {}},
-    {"a zero rate, principal", Principal, 0, 0, 25, 500, 3, {}},
-    {"a zero rate, years", Years, 100000, 0, 25, 500, 3, {}},
-    {"no years", Payment, 100000, 6, 0, 0, 3, {}},
-    {"no years, principal", Principal, 0, 6, 0, 500, 3, {}},
-    {"the power overflows", Payment, 100000, 9e14, 40, 0, 3, {}},
-    {"the power overflows, principal", Principal, 100000, 9e14, 40, 500, 3, {}},
-    {"the payment is the interest", Years, 100000, 12, 25, 999, 0, kPaymentTooSmall},
-    {"the payment is zero", Years, 100000, 12, 25, 0, 0, kPaymentTooSmall},
-    {"41 years", Years, 100000, 12, 25, 1007.53, 0, kPaymentTooSmall},
-    {"a rate beyond any payment", Years, 100000, 9e14, 25, 500, 0, kPaymentTooSmall},
-    {"the payment is the principal", Years, 1000, 12, 25, 1000, 0, kPaymentTooLarge},
-    {"the payment exceeds it", Years, 1000, 12, 25, 1001, 0, kPaymentTooLarge},
-    {"no principal, years", Years, 0, 12, 25, 100, 0, kPaymentTooLarge},
+    {"no principal", Payment, 0, 6, 25, 0, Message::WrongEntry, {}},
+    {"no payment", Principal, 0, 6, 25, 0, Message::WrongEntry, {}},
+    {"a zero rate divides by zero", Payment, 100000, 0, 25, 0, Message::WrongEntry, {}},
+    {"a zero rate, principal", Principal, 0, 0, 25, 500, Message::WrongEntry, {}},
+    {"a zero rate, years", Years, 100000, 0, 25, 500, Message::WrongEntry, {}},
+    {"no years", Payment, 100000, 6, 0, 0, Message::WrongEntry, {}},
+    {"no years, principal", Principal, 0, 6, 0, 500, Message::WrongEntry, {}},
+    {"the power overflows", Payment, 100000, 9e14, 40, 0, Message::WrongEntry, {}},
+    {"the power overflows, principal", Principal, 100000, 9e14, 40, 500, Message::WrongEntry, {}},
+    {"the payment is the interest", Years, 100000, 12, 25, 999, Message::None, kPaymentTooSmall},
+    {"the payment is zero", Years, 100000, 12, 25, 0, Message::None, kPaymentTooSmall},
+    {"41 years", Years, 100000, 12, 25, 1007.53, Message::None, kPaymentTooSmall},
+    {"a rate beyond any payment", Years, 100000, 9e14, 25, 500, Message::None, kPaymentTooSmall},
+    {"the payment is the principal", Years, 1000, 12, 25, 1000, Message::None, kPaymentTooLarge},
+    {"the payment exceeds it", Years, 1000, 12, 25, 1001, Message::None, kPaymentTooLarge},
+    {"no principal, years", Years, 0, 12, 25, 100, Message::None, kPaymentTooLarge},
 };
 
 TEST(Mortgage, AFailureEmptiesTheLabelsAndCountsNothing) {
   for (const auto& c : kFailures) {
     Page page;
     page.calculate();
-    const std::string report = page.global.ReportLines[1];
+    const std::string report = page.global.reports.ReportLines[1];
     page.choices.solveFor = c.solveFor;
-    page.global.MortgageInputs = {0, c.principal, c.rate, c.years, c.payment, 0};
+    page.global.boxes.MortgageInputs = {0, c.principal, c.rate, c.years, c.payment, 0};
     const std::string days = page.shown.daysInYear;
     const std::string term = page.shown.term;
-    page.global.StartOver = 1;
+    page.global.reports.StartOver = 1;
     for (const auto& outcome :
-         {recalculateMortgage(page.global, page.choices, page.shown), page.calculate()}) {
+         {RecalculateMortgage(page.global.boxes, page.days, page.choices, page.shown),
+          page.calculate()}) {
       EXPECT_EQ(outcome.outcome.message, c.message) << c.rule;
       EXPECT_EQ(outcome.platformMessage, c.platform) << c.rule;
       EXPECT_FALSE(outcome.outcome.showResults) << c.rule;
@@ -283,17 +289,17 @@ TEST(Mortgage, AFailureEmptiesTheLabelsAndCountsNothing) {
       EXPECT_EQ(s.daysInYear, days) << c.rule;
       EXPECT_EQ(s.term, term) << c.rule;
     }
-    EXPECT_EQ(page.global.MortgageInputs[2], c.rate) << c.rule;
-    EXPECT_EQ(page.global.MortgageInputs[3], c.years) << c.rule;
+    EXPECT_EQ(page.global.boxes.MortgageInputs[2], c.rate) << c.rule;
+    EXPECT_EQ(page.global.boxes.MortgageInputs[3], c.years) << c.rule;
     if (c.solveFor == Payment) {
       EXPECT_EQ(page.shown.payment, "         $.00") << c.rule;
     } else if (c.solveFor == Principal) {
       EXPECT_EQ(page.shown.principal, "         $.00") << c.rule;
     }
-    EXPECT_EQ(page.global.ReportLines[1], report) << c.rule;
-    EXPECT_EQ(page.global.ComparisonCount, 1) << c.rule;
-    EXPECT_EQ(page.global.ChartCount, 1) << c.rule;
-    EXPECT_EQ(page.global.StartOver, 1) << c.rule;
+    EXPECT_EQ(page.global.reports.ReportLines[1], report) << c.rule;
+    EXPECT_EQ(page.global.reports.ComparisonCount, 1) << c.rule;
+    EXPECT_EQ(page.global.chart.ChartCount, 1) << c.rule;
+    EXPECT_EQ(page.global.reports.StartOver, 1) << c.rule;
   }
 }
 
@@ -313,9 +319,9 @@ TEST(Mortgage, FortyYearsMayBeShort) {
 TEST(Mortgage, AScheduleThatNeverEndsFailsAfterTheSolution) {
   Page page;
   page.choices.frequency = Frequency::OneWeek;
-  page.global.WeeklyPerYear = 20;
+  page.days.WeeklyPerYear = 20;
   const MortgageOutcome outcome = page.rate(6);
-  EXPECT_EQ(outcome.outcome.message, 3);
+  EXPECT_EQ(outcome.outcome.message, Message::WrongEntry);
   EXPECT_EQ(page.shown.payment, "      $644.30");
   EXPECT_EQ(page.shown.daysInYear, "365.00");
   EXPECT_EQ(page.shown.totalPmts, "");
@@ -328,7 +334,7 @@ TEST(Mortgage, ReportsABlock) {
   page.choices.compounding = Compounding::Semiannual;
   page.rate(6);
   const Outcome outcome = page.calculate().outcome;
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   EXPECT_EQ(outcome.results,
             "           Conventional Mortgage\r\n"
             "Compound interest periods/yr:     Semiannual\r\n"
@@ -348,12 +354,12 @@ TEST(Mortgage, ReportsABlock) {
             "Total interest paid:              $74,455.00\r\n"
             "____________________________________________\r\n"
             "\r\n");
-  EXPECT_EQ(page.global.ChartKind, 5);
-  EXPECT_EQ(page.global.ChartCount, 1);
-  EXPECT_EQ(page.global.ChartTitle, "Totals for comparisons, number ");
+  EXPECT_EQ(page.global.chart.ChartKind, ChartKind::Mortgage);
+  EXPECT_EQ(page.global.chart.ChartCount, 1);
+  EXPECT_EQ(page.global.chart.ChartTitle, "Totals for comparisons, number ");
   // 91,941.9847 and 74,455.0036: the numbers behind the texts, in four decimals.
-  EXPECT_EQ(page.global.ComparisonTotals.at(1, 1).tenThousandths(), 919'419'847);
-  EXPECT_EQ(page.global.ComparisonTotals.at(1, 2).tenThousandths(), 744'550'036);
+  EXPECT_EQ(page.global.reports.ComparisonTotals.at(1, 1).tenThousandths(), 919'419'847);
+  EXPECT_EQ(page.global.reports.ComparisonTotals.at(1, 2).tenThousandths(), 744'550'036);
 }
 
 TEST(Mortgage, TheTenthShowsAllBlocksAndTheEleventhStartsAgain) {
@@ -363,36 +369,30 @@ TEST(Mortgage, TheTenthShowsAllBlocksAndTheEleventhStartsAgain) {
   for (int i = 2; i <= 9; ++i) {
     blocks += block;
     EXPECT_EQ(page.calculate().outcome.results, blocks);
-    EXPECT_EQ(page.global.ChartCount, i);
+    EXPECT_EQ(page.global.chart.ChartCount, i);
   }
   const Outcome tenth = page.calculate().outcome;
-  EXPECT_EQ(tenth.message, 8);
+  EXPECT_EQ(tenth.message, Message::MostComparisons);
   EXPECT_EQ(tenth.results, blocks + block);
-  EXPECT_EQ(page.global.ChartCount, 10);
-  EXPECT_EQ(page.global.ReportLines[1], "");
+  EXPECT_EQ(page.global.chart.ChartCount, 10);
+  EXPECT_EQ(page.global.reports.ReportLines[1], "");
   EXPECT_EQ(page.calculate().outcome.results, block);
-  showHelp(page.global, mortgageHelp());
+  showHelp(page.global.reports, mortgageHelp());
   EXPECT_EQ(page.calculate().outcome.results, block);
-  EXPECT_EQ(page.global.ComparisonCount, 1);
+  EXPECT_EQ(page.global.reports.ComparisonCount, 1);
 }
 
 TEST(Mortgage, TotalsBeyondMoneyAreMessageThree) {
   Page page;
-  EXPECT_EQ(page.principal(9e14).outcome.message, 0);
+  EXPECT_EQ(page.principal(9e14).outcome.message, Message::None);
   page.rate(15);
   EXPECT_EQ(page.shown.totalPmts, "$2,558,242,69") << "cut to its 13 places";
-  EXPECT_EQ(page.calculate().outcome.message, 3);
-  EXPECT_EQ(page.global.ComparisonCount, 0);
-  EXPECT_EQ(page.global.ReportLines[1], "");
+  EXPECT_EQ(page.calculate().outcome.message, Message::WrongEntry);
+  EXPECT_EQ(page.global.reports.ComparisonCount, 0);
+  EXPECT_EQ(page.global.reports.ReportLines[1], "");
 }
 
-TEST(Mortgage, TablesStandInTheirListsOrder) {
-  for (std::size_t i = 0; i < kCompoundingPeriods.size(); ++i)
-    EXPECT_EQ(static_cast<std::size_t>(kCompoundingPeriods[i].period), i);
-  for (std::size_t i = 0; i < kPaymentFrequencies.size(); ++i)
-    EXPECT_EQ(static_cast<std::size_t>(kPaymentFrequencies[i].frequency), i);
-  for (std::size_t i = 0; i < kSolveFor.size(); ++i)
-    EXPECT_EQ(static_cast<std::size_t>(kSolveFor[i].solveFor), i);
+TEST(Mortgage, DaysInYearAreRoundedToEightDecimals) {
   for (const auto& row : kDaysInYear) {
     EXPECT_NEAR(row.biweeklyPerYear, row.days.toDouble() / 14, 5e-9);
     EXPECT_NEAR(row.weeklyPerYear, row.days.toDouble() / 7, 5e-9);
@@ -421,16 +421,17 @@ rc::Gen<MortgageChoices> anyChoices() {
 RC_GTEST_PROP(Mortgage, AnyInputEndsInFiguresOrAMessage, ()) {
   Page page;
   page.choices = *anyChoices();
-  page.global.DaysOption = static_cast<std::int16_t>(*rc::gen::inRange(0, 6));
-  leaveDaysInYear(page.global, page.choices.frequency);
+  page.days.DaysOption = static_cast<std::int16_t>(*rc::gen::inRange(0, 6));
+  leaveDaysInYear(page.days, page.choices.frequency);
   page.principal((*anyAmount()).toDouble());
   page.rate((*anyRate()).toDouble());
   page.payment((*anyAmount()).toDouble());
   page.term((*anyYears()).toDouble());
   const MortgageOutcome outcome = page.calculate();
   RC_ASSERT(outcome.outcome.showResults ==
-            (outcome.outcome.message == 0 && outcome.platformMessage.empty()));
-  RC_ASSERT(outcome.outcome.message == 0 || outcome.outcome.message == 3);
+            (outcome.outcome.message == Message::None && outcome.platformMessage.empty()));
+  RC_ASSERT(outcome.outcome.message == Message::None ||
+            outcome.outcome.message == Message::WrongEntry);
   const MortgageTexts& s = page.shown;
   for (const auto& text : {s.principal, s.rate, s.term, s.payment, s.totalPmts, s.numPmts,
                            s.daysInYear, s.totIntSaved, s.numYrs, s.piPmt, s.totIntPaid})

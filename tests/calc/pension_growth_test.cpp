@@ -6,6 +6,8 @@
 #include "app/input_boxes.h"
 #include "calc/calculator_testing.h"
 #include "calc/investment_growth.h"
+#include "calc/pension_growth_help.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
 namespace {
@@ -23,17 +25,18 @@ PensionGrowthInput inputOf(const Figures& f) {
 
 // The page without its window: stores the figures and calculates.
 Outcome calculate(Global& global, const PensionGrowthInput& in) {
-  auto& slots = global.InputValues;
+  auto& slots = global.boxes.InputValues;
   slots = {Currency(),       in.balance,          in.salary,
            in.ownPercent,    in.companyPercent,   in.salaryIncreasePercent,
            in.growthPercent, in.inflationPercent, in.years};
   const auto text = [&](const char* box) {
-    return boxText(boxRule(box), slots[boxRule(box).slot]);
+    return boxText(global.boxes, boxRule(kPensionGrowthBoxes, box));
   };
-  return calculatePensionGrowth(global, {text("PGInCurrBalance"), text("PGInCurrAnnSalary"),
-                                         text("PGInAnnContribRate"), text("PGInCompAnnContribRate"),
-                                         text("PGInEstSalIncrease"), text("PGInAnnIntGrowthRate"),
-                                         text("PGInEstAnnFlatRate"), text("PGInNumYearsToRetire")});
+  return calculatePensionGrowth(
+      global.boxes, global.reports, global.chart,
+      {text("PGInCurrBalance"), text("PGInCurrAnnSalary"), text("PGInAnnContribRate"),
+       text("PGInCompAnnContribRate"), text("PGInEstSalIncrease"), text("PGInAnnIntGrowthRate"),
+       text("PGInEstAnnFlatRate"), text("PGInNumYearsToRetire")});
 }
 
 Outcome calculate(Global& global, const Figures& f) {
@@ -64,16 +67,16 @@ TEST(PensionGrowth, ReportsTheYears) {
       "  3     12,100.00      1,210.00        462.00      5,082.00\r\n"
       "___________________________________________________________\r\n"
       "Total:                 4,310.00        772.00      5,082.00\r\n";
-  EXPECT_EQ(global.ReportLines[1], report);
+  EXPECT_EQ(global.reports.ReportLines[1], report);
   EXPECT_EQ(outcome.results, report + "\r\n                            Hidden column >");
   EXPECT_TRUE(outcome.showResults);
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
 }
 
 TEST(PensionGrowth, GrowsFromItsInitialValues) {
   Global global;
   calculate(global, kInitial);
-  const auto rows = rowsOf(global.ReportLines[1]);
+  const auto rows = rowsOf(global.reports.ReportLines[1]);
   ASSERT_EQ(rows.size(), 25U);
   // 8 % of 40,000; 10 % of it.
   EXPECT_EQ(rows[0], "  1     40,000.00      3,200.00        320.00      3,520.00");
@@ -82,7 +85,7 @@ TEST(PensionGrowth, GrowsFromItsInitialValues) {
   // 40,000 x 1.04^24 = 102,532.17; 3,200 x 1.04^24 = 8,202.57.
   EXPECT_EQ(rows[24], " 25    102,532.17      8,202.57     42,012.87    462,141.54");
   // 3,200 x (1.04^25 - 1) / 0.04 = 133,266.91.
-  EXPECT_EQ(linesOf(global.ReportLines[1]).back(),
+  EXPECT_EQ(linesOf(global.reports.ReportLines[1]).back(),
             "Total:               133,266.91    328,874.63    462,141.54");
 }
 
@@ -102,10 +105,10 @@ TEST(PensionGrowth, AddsTheFirstContributionTwice) {
 TEST(PensionGrowth, FillsTheTableAndTheChart) {
   Global global;
   calculate(global, kThreeYears);
-  EXPECT_EQ(global.ChartKind, 4);
-  EXPECT_EQ(global.ChartCount, 3);
-  EXPECT_EQ(global.ChartTitle, " Pension growth over ");
-  const CurrencyTable& table = global.ComparisonTable;
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::PensionGrowth);
+  EXPECT_EQ(global.chart.ChartCount, 3);
+  EXPECT_EQ(global.chart.ChartTitle, " Pension growth over ");
+  const CurrencyTable& table = global.reports.ComparisonTable;
   EXPECT_EQ(table.at(0, 4), Currency::whole(1000));
   const int rows[][5] = {{10000, 1, 1000, 200, 2200},
                          {11000, 2, 1100, 320, 3520},
@@ -151,10 +154,10 @@ TEST(PensionGrowth, AFailureLeavesScreenReportAndChart) {
         Figures{0, 1000, 1, 0, 9e14, 0, 0, 40}, Figures{0, 9e14, 9e14, 0, 0, 0, 0, 1}}) {
     Global global;
     calculate(global, kThreeYears);
-    global.StartOver = 1;
+    global.reports.StartOver = 1;
     const Shown before(global);
     const Outcome outcome = calculate(global, f);
-    EXPECT_EQ(outcome.message, 3);
+    EXPECT_EQ(outcome.message, Message::WrongEntry);
     EXPECT_FALSE(outcome.showResults);
     EXPECT_EQ(Shown(global), before);
   }
@@ -164,16 +167,9 @@ TEST(PensionGrowth, EveryCalculationReplacesTheReport) {
   Global global;
   const std::string first = calculate(global, kThreeYears).results;
   for (int i = 0; i < 12; ++i) EXPECT_EQ(calculate(global, kThreeYears).results, first);
-  EXPECT_EQ(global.ComparisonCount, 0);
-  showHelp(global, pensionGrowthHelp());
+  EXPECT_EQ(global.reports.ComparisonCount, 0);
+  showHelp(global.reports, pensionGrowthHelp());
   EXPECT_EQ(calculate(global, kThreeYears).results, first);
-}
-
-TEST(PensionGrowth, ForgetsTheFundCount) {
-  Global global;
-  global.FundCount = 3;
-  calculatePensionGrowth(global, {});
-  EXPECT_EQ(global.FundCount, 0);
 }
 
 TEST(PensionGrowth, HelpKeepsItsTexts) {
@@ -195,10 +191,10 @@ rc::Gen<PensionGrowthInput> anyInput() {
 RC_GTEST_PROP(PensionGrowth, AnyInputEndsInAReportOrMessageThree, ()) {
   Global global;
   const Outcome outcome = calculate(global, *anyInput());
-  RC_ASSERT(outcome.showResults != (outcome.message == 3));
+  RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry));
   RC_ASSERT(!showsNoNumber(outcome.results));
   for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 59U);
-  if (outcome.showResults) RC_ASSERT(linesOf(global.ReportLines[1]).back().size() == 59U);
+  if (outcome.showResults) RC_ASSERT(linesOf(global.reports.ReportLines[1]).back().size() == 59U);
 }
 
 // A balance without contributions grows as a lump sum does.

@@ -5,28 +5,36 @@
 
 #include "app/input_boxes.h"
 #include "calc/calculator_testing.h"
+#include "calc/retirement_income_help.h"
+#include "charts/chart_kind.h"
 
 namespace mirelund {
 namespace {
 
 using enum WithdrawalChoice;
 
+// The shared state, and the page's own.
+struct Global : mirelund::Global {
+  std::int16_t WithdrawalOption = 0;
+};
+
 // The page without its window: stores the figures and calculates.
 Outcome calculate(Global& global, WithdrawalChoice choice, Currency value, Currency growth,
                   Currency third, Currency fourth) {
   const auto option = static_cast<int>(choice);
-  switchWithdrawalOption(global, choice);
-  auto& slots = global.InputValues;
+  SwitchWithdrawalOption(global.boxes, global.reports, global.WithdrawalOption, choice);
+  auto& slots = global.boxes.InputValues;
   slots[1] = value;
   slots[2] = growth;
   slots[3] = third;
   slots[4] = fourth;
   const auto text = [&](const char* box) {
-    const BoxRule& rule = boxRule(box, option);
-    return boxText(rule, slots[rule.slot]);
+    return boxText(global.boxes, boxRule(kRetirementIncomeBoxes, box, option));
   };
-  return calculateRetirementIncome(global, {text("RIInCurrValue"), text("RIInAnnIntGrowthRate"),
-                                            text("RIInAnnIncWDrawnRate"), text("RIInTimeInYrs")});
+  return calculateRetirementIncome(global.boxes, global.reports, global.chart,
+                                   global.WithdrawalOption,
+                                   {text("RIInCurrValue"), text("RIInAnnIntGrowthRate"),
+                                    text("RIInAnnIncWDrawnRate"), text("RIInTimeInYrs")});
 }
 
 Outcome calculate(Global& global, WithdrawalChoice choice, double value, double growth,
@@ -38,7 +46,7 @@ Outcome calculate(Global& global, WithdrawalChoice choice, double value, double 
 TEST(RetirementIncome, ReportsAPercentage) {
   Global global;
   const Outcome outcome = calculate(global, Percentage, 100000, 20, 15, 2);
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   // 20 % and 15 % of 100,000; value and income grow by 5 %.
   EXPECT_EQ(outcome.results,
             "Starting value of investments:   $100,000.00\r\n"
@@ -52,16 +60,16 @@ TEST(RetirementIncome, ReportsAPercentage) {
             "  2     21,000.00     15,750.00    110,250.00\r\n"
             "_____________________________________________\r\n"
             "Tot     41,000.00     30,750.00    110,250.00\r\n");
-  EXPECT_EQ(global.ReportLines[1], outcome.results);
-  EXPECT_EQ(global.ChartKind, 11);
-  EXPECT_EQ(global.ChartCount, 2);
-  EXPECT_EQ(global.ChartTitle, "Retirement ending balance over ");
+  EXPECT_EQ(global.reports.ReportLines[1], outcome.results);
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::IncomePercentage);
+  EXPECT_EQ(global.chart.ChartCount, 2);
+  EXPECT_EQ(global.chart.ChartTitle, "Retirement ending balance over ");
 }
 
 TEST(RetirementIncome, ReportsAFixedAmount) {
   Global global;
   const Outcome outcome = calculate(global, FixedAmount, 3000, 0, 100, 10);
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   // 3,000 - 12 x 100 = 1,800; + 10; - 12 x 110 = 490; + 11 = 501, no more than
   // 12 x 121: the last year pays out 501.
   EXPECT_EQ(outcome.results,
@@ -77,9 +85,9 @@ TEST(RetirementIncome, ReportsAFixedAmount) {
             "  3           .00        501.00           .00\r\n"
             "_____________________________________________\r\n"
             "Tot           .00      3,273.00           .00\r\n");
-  EXPECT_EQ(global.ChartKind, 10);
-  EXPECT_EQ(global.ChartCount, 3);
-  EXPECT_EQ(global.ChartTitle, "Retirement beginning balance over ");
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::IncomeFixedAmount);
+  EXPECT_EQ(global.chart.ChartCount, 3);
+  EXPECT_EQ(global.chart.ChartTitle, "Retirement beginning balance over ");
 }
 
 TEST(RetirementIncome, TotalsUseNextYearsAmount) {
@@ -144,7 +152,8 @@ TEST(RetirementIncome, FillsTheTable) {
       {1, 0, 1200, 1800}, {2, 0, 1320, 490}, {3, 0, 501, 0}, {3, 0, 3273, 0}, {0, 0, 0, 0}};
   for (std::size_t row = 1; row <= 5; ++row)
     for (std::size_t column = 1; column <= 4; ++column)
-      EXPECT_EQ(global.ComparisonTable.at(row, column), Currency::whole(rows[row - 1][column - 1]))
+      EXPECT_EQ(global.reports.ComparisonTable.at(row, column),
+                Currency::whole(rows[row - 1][column - 1]))
           << row << ", " << column;
 }
 
@@ -161,39 +170,42 @@ struct Refused {
   const char* rule;
   WithdrawalChoice choice;
   double value, growth, third, fourth;
-  int message;
+  Message message;
 };
 
 constexpr Refused kRefused[] = {
-    {"a year's amount above the value", FixedAmount, 11999.99, 10, 1000, 0, 7},
-    {"more than everything", Percentage, 100000, 20, 101, 25, 7},
-    {"all of it, and the truncation's constant", Percentage, 100000, 20, 100, 25, 7},
-    {"nothing saved", Percentage, 0, 20, 15, 25, 7},
-    {"nothing saved, an amount", FixedAmount, 0, 20, 15, 0, 7},
-    {"nothing from nothing", FixedAmount, 0, 20, 0, 0, 3},
-    {"no years", Percentage, 100000, 20, 15, 0, 3},
-    {"the value leaves the range", Percentage, 9e14, 20, 1, 25, 3},
-    {"the growth leaves the range", FixedAmount, 100000, 9e14, 1, 0, 3},
-    {"the yearly amount leaves the range", FixedAmount, 100000, 0, 9e14, 0, 3},
-    {"the increase leaves the range", FixedAmount, 100000, 0, 1000, 9e14, 3},
+    {"a year's amount above the value", FixedAmount, 11999.99, 10, 1000, 0,
+     Message::WithdrawalTooLarge},
+    {"more than everything", Percentage, 100000, 20, 101, 25, Message::WithdrawalTooLarge},
+    {"all of it, and the truncation's constant", Percentage, 100000, 20, 100, 25,
+     Message::WithdrawalTooLarge},
+    {"nothing saved", Percentage, 0, 20, 15, 25, Message::WithdrawalTooLarge},
+    {"nothing saved, an amount", FixedAmount, 0, 20, 15, 0, Message::WithdrawalTooLarge},
+    {"nothing from nothing", FixedAmount, 0, 20, 0, 0, Message::WrongEntry},
+    {"no years", Percentage, 100000, 20, 15, 0, Message::WrongEntry},
+    {"the value leaves the range", Percentage, 9e14, 20, 1, 25, Message::WrongEntry},
+    {"the growth leaves the range", FixedAmount, 100000, 9e14, 1, 0, Message::WrongEntry},
+    {"the yearly amount leaves the range", FixedAmount, 100000, 0, 9e14, 0, Message::WrongEntry},
+    {"the increase leaves the range", FixedAmount, 100000, 0, 1000, 9e14, Message::WrongEntry},
 };
 
 TEST(RetirementIncome, AFailureLeavesTheReportAndNothingToChart) {
   for (const auto& c : kRefused) {
     Global global;
     calculate(global, Percentage, 100000, 20, 15, 2);
-    global.StartOver = 1;
+    global.reports.StartOver = 1;
     const Shown before(global);
-    global.InputValues = {Currency(), ToCurrency(c.value), ToCurrency(c.growth),
-                          ToCurrency(c.third), ToCurrency(c.fourth)};
+    global.boxes.InputValues = {Currency(), ToCurrency(c.value), ToCurrency(c.growth),
+                                ToCurrency(c.third), ToCurrency(c.fourth)};
     global.WithdrawalOption =
         kWithdrawalChoices[static_cast<std::size_t>(c.choice)].withdrawalOption;
-    const Outcome outcome = calculateRetirementIncome(global, {});
+    const Outcome outcome = calculateRetirementIncome(global.boxes, global.reports, global.chart,
+                                                      global.WithdrawalOption, {});
     EXPECT_EQ(outcome.message, c.message) << c.rule;
     EXPECT_FALSE(outcome.showResults) << c.rule;
-    EXPECT_EQ(global.ChartCount, 0) << c.rule;
-    EXPECT_EQ(global.ChartKind, 0) << c.rule;
-    EXPECT_EQ(global.ChartTitle, "") << c.rule;
+    EXPECT_EQ(global.chart.ChartCount, 0) << c.rule;
+    EXPECT_EQ(global.chart.ChartKind, ChartKind{}) << c.rule;
+    EXPECT_EQ(global.chart.ChartTitle, "") << c.rule;
     Shown after(global);
     after.kind = before.kind;
     after.count = before.count;
@@ -221,7 +233,8 @@ TEST(RetirementIncome, SwitchingTheOptionKeepsTheFirstTwo) {
     return pairs;
   };
   using Texts = std::vector<std::pair<std::string, std::string>>;
-  EXPECT_EQ(texts(switchWithdrawalOption(global, FixedAmount)),
+  EXPECT_EQ(texts(SwitchWithdrawalOption(global.boxes, global.reports, global.WithdrawalOption,
+                                         FixedAmount)),
             (Texts{{"RIInCurrValue", "      $123.00"},
                    {"RIInAnnIntGrowthRate", "  4.00%"},
                    {"RIInAnnIncWDrawnRate", "  $1,000.00"},
@@ -229,9 +242,10 @@ TEST(RetirementIncome, SwitchingTheOptionKeepsTheFirstTwo) {
                    {"RIInTimeInYrs", "   .00%"},
                    {"Label33", "Increase annual income by %"}}));
   EXPECT_EQ(global.WithdrawalOption, 2);
-  EXPECT_EQ(global.ReportLines[1], "");
-  EXPECT_EQ(global.InputValues[3], Currency::whole(1000));
-  EXPECT_EQ(texts(switchWithdrawalOption(global, Percentage)),
+  EXPECT_EQ(global.reports.ReportLines[1], "");
+  EXPECT_EQ(global.boxes.InputValues[3], Currency::whole(1000));
+  EXPECT_EQ(texts(SwitchWithdrawalOption(global.boxes, global.reports, global.WithdrawalOption,
+                                         Percentage)),
             (Texts{{"RIInCurrValue", "      $123.00"},
                    {"RIInAnnIntGrowthRate", "  4.00%"},
                    {"RIInAnnIncWDrawnRate", " 15.00%"},
@@ -246,9 +260,9 @@ TEST(RetirementIncome, EveryCalculationReplacesTheReport) {
   const std::string first = calculate(global, Percentage, 100000, 20, 15, 2).results;
   for (int i = 0; i < 12; ++i)
     EXPECT_EQ(calculate(global, Percentage, 100000, 20, 15, 2).results, first);
-  showHelp(global, retirementIncomeHelp(Percentage));
+  showHelp(global.reports, retirementIncomeHelp(Percentage));
   EXPECT_EQ(calculate(global, Percentage, 100000, 20, 15, 2).results, first);
-  EXPECT_EQ(global.ComparisonCount, 0);
+  EXPECT_EQ(global.reports.ComparisonCount, 0);
 }
 
 TEST(RetirementIncome, HelpShowsItsExamplesBesideThePagesLabels) {
@@ -278,7 +292,8 @@ RC_GTEST_PROP(RetirementIncome, AnyInputEndsInAReportOrAMessage, ()) {
   const Currency fourth = fixed ? *anyRate() : *anyYears();
   const Outcome outcome =
       calculate(global, fixed ? FixedAmount : Percentage, *anyAmount(), *anyRate(), third, fourth);
-  RC_ASSERT(outcome.showResults != (outcome.message == 3 || outcome.message == 7));
+  RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry ||
+                                    outcome.message == Message::WithdrawalTooLarge));
   RC_ASSERT(!showsNoNumber(outcome.results));
   for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
   if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);

@@ -19,15 +19,15 @@ using Values = std::vector<double>;
 
 void input(Global& global, std::initializer_list<double> values) {
   std::size_t slot = 1;
-  for (const double value : values) global.InputValues[slot++] = ToCurrency(value);
+  for (const double value : values) global.boxes.InputValues[slot++] = ToCurrency(value);
 }
 
 TEST(ChartData, CapitalRequired) {
   Global global;
   input(global, {1210, 10, 2});
-  calculateCapitalRequired(global, {});
-  const ChartView view = makeChartView(global);
-  EXPECT_EQ(view.message, 0);
+  calculateCapitalRequired(global.boxes, global.reports, global.chart, 0, {});
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
+  EXPECT_EQ(view.message, Message::None);
   EXPECT_EQ(view.caption, "Capital required");
   EXPECT_EQ(view.title, "Growth in capital required over 2 Years");
   EXPECT_EQ(view.secondCaption, "");
@@ -45,8 +45,8 @@ TEST(ChartData, CapitalRequired) {
 TEST(ChartData, PensionGrowth) {
   Global global;
   input(global, {0, 40000, 4, 4, 4, 10, 0, 25});
-  calculatePensionGrowth(global, {});
-  const ChartView view = makeChartView(global);
+  calculatePensionGrowth(global.boxes, global.reports, global.chart, {});
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
   EXPECT_EQ(view.caption, "Pension growth");
   EXPECT_EQ(view.title, " Pension growth over 25 Years");
   ASSERT_EQ(view.series[0].values.size(), 25U);
@@ -58,14 +58,15 @@ TEST(ChartData, PensionGrowth) {
 
 TEST(ChartData, MortgageHasTwoSeriesAndASecondCaption) {
   Global global;
-  MortgageTexts shown = loadMortgage(global);
+  DaysInYearState days;
+  MortgageTexts shown = loadMortgage(global.boxes, days);
   MortgageChoices choices;
   choices.compounding = CompoundingPeriod::Semiannual;
-  global.MortgageInputs[2] = 6;
-  calculateMortgage(global, choices, shown);
+  global.boxes.MortgageInputs[2] = 6;
+  calculateMortgage(global.boxes, global.reports, global.chart, days, choices, shown);
   choices.frequency = PaymentFrequency::Monthly;
-  calculateMortgage(global, choices, shown);
-  const ChartView view = makeChartView(global);
+  calculateMortgage(global.boxes, global.reports, global.chart, days, choices, shown);
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
   EXPECT_EQ(view.caption, "Mortgage comparisons");
   EXPECT_EQ(view.title, "");
   EXPECT_EQ(view.secondCaption, "Total interest paid");
@@ -82,10 +83,10 @@ TEST(ChartData, MortgageHasTwoSeriesAndASecondCaption) {
 TEST(ChartData, CompoundGain) {
   Global global;
   input(global, {10000, 20000, 5});
-  calculateCompoundGain(global, {});
+  calculateCompoundGain(global.boxes, global.reports, global.chart, {});
   input(global, {100, 50, 1});
-  calculateCompoundGain(global, {});
-  const ChartView view = makeChartView(global);
+  calculateCompoundGain(global.boxes, global.reports, global.chart, {});
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
   EXPECT_EQ(view.caption, "Compound gain");
   EXPECT_EQ(view.title, "Annual percentage gain/loss comparisons");
   EXPECT_EQ(view.axis, ChartAxis::Percent);
@@ -101,9 +102,9 @@ TEST(ChartData, GrowthComparisons) {
   texts.results = GrowthResults::Comparison;
   for (const double beginning : {1000, 2000, 3000}) {
     input(global, {beginning, 0, 0, 10, 0, 0, 2});
-    calculateInvestmentGrowth(global, texts);
+    calculateInvestmentGrowth(global.boxes, global.reports, global.chart, texts);
   }
-  const ChartView view = makeChartView(global);
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
   EXPECT_EQ(view.caption, "Investment growth");
   EXPECT_EQ(view.title, "Total growth values for each comparision");
   EXPECT_EQ(view.categories, (Texts{"1", "2", "3"}));
@@ -124,30 +125,31 @@ TEST(ChartData, CompactsPeriodsToYearEnds) {
     input(global, {0, 100, 0, 12, 0, 0, static_cast<double>(c.years)});
     InvestmentGrowthTexts texts;
     texts.frequency = c.frequency;
-    calculateInvestmentGrowth(global, texts);
+    calculateInvestmentGrowth(global.boxes, global.reports, global.chart, texts);
     const auto years = static_cast<std::size_t>(c.years);
     Values ends;
     for (std::size_t year = 1; year <= years; ++year)
-      ends.push_back(global.ComparisonTable.at(year * c.perYear, 4).toDouble());
+      ends.push_back(global.reports.ComparisonTable.at(year * c.perYear, 4).toDouble());
     for (int opening = 1; opening <= 2; ++opening) {
-      const ChartView view = makeChartView(global);
+      const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
       EXPECT_EQ(view.caption, "Invested growth");
       EXPECT_EQ(view.title, "Investment growth over " + std::to_string(c.years) + " Years");
       EXPECT_EQ(view.series[0].values, ends) << "opening " << opening;
       EXPECT_EQ(view.categories.size(), years);
-      EXPECT_EQ(global.ChartCount, c.years);
+      EXPECT_EQ(global.chart.ChartCount, c.years);
     }
-    EXPECT_EQ(global.ComparisonTable.at(2, 1), Currency::whole(2)) << "the year, not the period";
-    EXPECT_EQ(global.ComparisonTable.at(2, 5), global.ComparisonTable.at(2 * c.perYear, 4));
+    EXPECT_EQ(global.reports.ComparisonTable.at(2, 1), Currency::whole(2))
+        << "the year, not the period";
+    EXPECT_EQ(global.reports.ComparisonTable.at(2, 5),
+              global.reports.ComparisonTable.at(2 * c.perYear, 4));
   }
 }
 
 TEST(ChartData, RetirementByAmountBeginsWithTheStartingValue) {
   Global global;
-  global.WithdrawalOption = 2;
   input(global, {3000, 0, 100, 10});
-  calculateRetirementIncome(global, {});
-  const ChartView view = makeChartView(global);
+  calculateRetirementIncome(global.boxes, global.reports, global.chart, 2, {});
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
   EXPECT_EQ(view.caption, "Retirement income");
   EXPECT_EQ(view.title, "Retirement beginning balance over 3 Years");
   EXPECT_EQ(view.series[0].values, (Values{3000, 1800, 490}));
@@ -156,8 +158,8 @@ TEST(ChartData, RetirementByAmountBeginsWithTheStartingValue) {
 TEST(ChartData, RetirementByPercentageShowsYearEnds) {
   Global global;
   input(global, {100000, 20, 15, 2});
-  calculateRetirementIncome(global, {});
-  const ChartView view = makeChartView(global);
+  calculateRetirementIncome(global.boxes, global.reports, global.chart, 0, {});
+  const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
   EXPECT_EQ(view.caption, "Retirement income");
   EXPECT_EQ(view.title, "Retirement ending balance over 2 Years");
   EXPECT_EQ(view.series[0].values, (Values{105000.0005, 110250.0005}));
@@ -167,46 +169,49 @@ TEST(ChartData, RetirementByPercentageShowsYearEnds) {
 // The manager's table: 0..31 by 0..6, one row a fund.
 Global managed() {
   Global global;
-  global.ChartKind = chart::kManager;
-  global.ChartCount = 2;
-  global.ComparisonTotals.redimension(32, 7);
+  global.chart.ChartKind = ChartKind::Manager;
+  global.chart.ChartCount = 2;
+  global.reports.ComparisonTotals.redimension(32, 7);
   for (std::size_t fund = 1; fund <= 2; ++fund)
     for (std::size_t column = 0; column < 7; ++column)
-      global.ComparisonTotals.at(fund, column) =
+      global.reports.ComparisonTotals.at(fund, column) =
           Currency::whole(static_cast<int>(100 * fund + column));
-  global.ComparisonTotals.at(2, 4) = Currency::whole(-50);
+  global.reports.ComparisonTotals.at(2, 4) = Currency::whole(-50);
   return global;
 }
 
 TEST(ChartData, TheManagerHasThreeViews) {
   Global global = managed();
   const Texts funds = {"Alpha Fund", "Beta"};
-  ChartView view = makeChartView(global, ManagerView::GainDollars, funds);
+  global.chart.ChartNames = funds;
+  ChartView view =
+      makeChartView(global.boxes, global.reports, global.chart, ManagerView::GainDollars);
   EXPECT_EQ(view.caption, "Investment manager charts");
   EXPECT_TRUE(view.managerButtons);
   EXPECT_EQ(view.title, "Gain or Loss in dollars");
   EXPECT_EQ(view.categories, funds);
   EXPECT_EQ(view.series[0].values, (Values{104, -50}));
   EXPECT_EQ(pointText(view, 0, 1), "Beta: $-50.00");
-  view = makeChartView(global, ManagerView::GainPercent, funds);
+  view = makeChartView(global.boxes, global.reports, global.chart, ManagerView::GainPercent);
   EXPECT_EQ(view.title, "Gain or Loss in percent");
   EXPECT_EQ(view.axis, ChartAxis::Percent);
   EXPECT_EQ(view.series[0].values, (Values{105, 205}));
-  view = makeChartView(global, ManagerView::TotalValue, funds);
+  view = makeChartView(global.boxes, global.reports, global.chart, ManagerView::TotalValue);
   EXPECT_EQ(view.title, "Current value of each company/fund");
   EXPECT_EQ(view.series[0].values, (Values{103, 203}));
-  EXPECT_EQ(makeChartView(global, ManagerView::TotalValue, {}).categories, (Texts{"1", "2"}));
-  for (std::size_t i = 0; i < kManagerViews.size(); ++i)
-    EXPECT_EQ(static_cast<std::size_t>(kManagerViews[i].view), i);
+  global.chart.ChartNames.clear();
+  EXPECT_EQ(
+      makeChartView(global.boxes, global.reports, global.chart, ManagerView::TotalValue).categories,
+      (Texts{"1", "2"}));
 }
 
 TEST(ChartData, UnknownKindsAreEmpty) {
   for (const int kind : {-1, 0, 1, 2, 12, 100}) {
     Global global;
-    global.ChartKind = static_cast<std::int16_t>(kind);
-    global.ChartCount = 5;
-    const ChartView view = makeChartView(global);
-    EXPECT_EQ(view.message, 0);
+    global.chart.ChartKind = ChartKind{static_cast<std::int16_t>(kind)};
+    global.chart.ChartCount = 5;
+    const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
+    EXPECT_EQ(view.message, Message::None);
     EXPECT_TRUE(view.series.empty());
     EXPECT_EQ(view.caption, "");
   }
@@ -215,19 +220,20 @@ TEST(ChartData, UnknownKindsAreEmpty) {
 TEST(ChartData, FiguresOutsideTheTableAreMessageNine) {
   for (int kind = 3; kind <= 11; ++kind) {
     Global global;
-    global.ChartKind = static_cast<std::int16_t>(kind);
-    global.ChartCount = 600;
-    global.ChartPeriods = 600;
-    global.ChartPeriodsPerYear = 1;
-    const ChartView view = makeChartView(global);
-    EXPECT_EQ(view.message, 9) << kind;
+    global.chart.ChartKind = ChartKind{static_cast<std::int16_t>(kind)};
+    global.chart.ChartCount = 600;
+    global.chart.ChartPeriods = 600;
+    global.chart.ChartPeriodsPerYear = 1;
+    const ChartView view = makeChartView(global.boxes, global.reports, global.chart);
+    EXPECT_EQ(view.message, Message::CannotDraw) << kind;
     EXPECT_TRUE(view.series.empty()) << kind;
     EXPECT_NE(view.caption, "") << kind;
   }
   Global global;
-  global.ChartKind = chart::kGrowthYears;
-  global.ChartPeriods = 12;
-  EXPECT_EQ(makeChartView(global).message, 9) << "no periods in a year";
+  global.chart.ChartKind = ChartKind::GrowthYears;
+  global.chart.ChartPeriods = 12;
+  EXPECT_EQ(makeChartView(global.boxes, global.reports, global.chart).message, Message::CannotDraw)
+      << "no periods in a year";
 }
 
 TEST(ChartData, MarksOfTheValueAxis) {

@@ -105,7 +105,7 @@ class ChartWindowTest : public QObject {
       QVERIFY(!chart->yAxis->label().isEmpty());
       QVERIFY(chart->legend->visible());
       QVERIFY(!program.find<QPushButton>("CVGainDollars")->isVisible());
-      QVERIFY(program.global.ChartCount == bars);
+      QVERIFY(program.global.chart.ChartCount == bars);
     });
   }
 
@@ -175,13 +175,13 @@ class ChartWindowTest : public QObject {
 
   void theFirstOfManyLongNamesHasRoom() {
     Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget printing;
-    global.ChartKind = chart::kManager;
-    global.ChartCount = 18;
-    global.ComparisonTotals.redimension(32, 7);
+    global.chart.ChartKind = ChartKind::Manager;
+    global.chart.ChartCount = 18;
+    global.reports.ComparisonTotals.redimension(32, 7);
     for (int i = 0; i < 18; ++i)
-      global.ChartNames.push_back("A fund with quite a long name " + std::to_string(i));
+      global.chart.ChartNames.push_back("A fund with quite a long name " + std::to_string(i));
     PQGraph window(global, prompts, printing, nullptr);
     window.setVisible(true);
     QVERIFY(QTest::qWaitForWindowExposed(&window));
@@ -198,10 +198,10 @@ class ChartWindowTest : public QObject {
 
   void anUnknownKindIsEmpty() {
     Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget printing;
-    global.ChartKind = 2;
-    global.ChartCount = 3;
+    global.chart.ChartKind = ChartKind{2};
+    global.chart.ChartCount = 3;
     PQGraph window(global, prompts, printing, nullptr);
     QCOMPARE(window.findChild<BarChart*>("MSChart1")->plottableCount(), 0);
     QVERIFY(prompts.told.isEmpty());

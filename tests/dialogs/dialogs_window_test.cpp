@@ -16,8 +16,8 @@ namespace mirelund::testing {
 class DialogsWindowTest : public QObject {
   Q_OBJECT
 
-  Global global_;
-  DialogPrompts prompts_{global_};
+  DialogState state_;
+  DialogPrompts prompts_{state_};
   QWidget over_;
 
   static constexpr int kPatienceMs = 20'000;
@@ -65,9 +65,9 @@ class DialogsWindowTest : public QObject {
 
   void aMessageStandsInTheMiddleOfTheWindow() {
     inDialog(
-        "AMsgbox", [&] { prompts_.tell(&over_, message::kMostComparisons); },
+        "AMsgbox", [&] { prompts_.tell(&over_, Message::MostComparisons); },
         [&](QWidget* dialog) {
-          QCOMPARE(global_.MessageNumber, 8);
+          QCOMPARE(static_cast<int>(state_.MessageNumber), 8);
           QCOMPARE(dialog->findChild<QLabel*>("AMsgText")->text(), "Maximum comparisons 10.");
           const auto off = [&] {
             return dialog->frameGeometry().center() - over_.frameGeometry().center();
@@ -83,7 +83,7 @@ class DialogsWindowTest : public QObject {
     const QRect screen = over_.screen()->availableGeometry();
     over_.move(screen.right() - 50, 350);
     inDialog(
-        "AMsgbox", [&] { prompts_.tell(&over_, message::kMostComparisons); },
+        "AMsgbox", [&] { prompts_.tell(&over_, Message::MostComparisons); },
         [&](QWidget* dialog) {
           QTRY_VERIFY_WITH_TIMEOUT(screen.contains(dialog->frameGeometry()), kPatienceMs / 2);
           QTest::keyClick(dialog, Qt::Key_Return);
@@ -93,7 +93,7 @@ class DialogsWindowTest : public QObject {
 
   void theLongestMessageIsWhole() {
     inDialog(
-        "AMsgbox", [&] { prompts_.tell(&over_, message::kEmptyFund); },
+        "AMsgbox", [&] { prompts_.tell(&over_, Message::EmptyFund); },
         [&](QWidget* dialog) {
           auto* text = dialog->findChild<QLabel*>("AMsgText");
           QVERIFY(text->height() >= text->heightForWidth(text->width()));
@@ -103,7 +103,7 @@ class DialogsWindowTest : public QObject {
 
   void anUnknownMessageIsEmpty() {
     inDialog(
-        "AMsgbox", [&] { prompts_.tell(&over_, 6); },
+        "AMsgbox", [&] { prompts_.tell(&over_, Message{6}); },
         [&](QWidget* dialog) {
           QCOMPARE(dialog->findChild<QLabel*>("AMsgText")->text(), "");
           QTest::keyClick(dialog, Qt::Key_Escape);
@@ -114,7 +114,7 @@ class DialogsWindowTest : public QObject {
     const auto ask = [&](const char* button) {
       bool answer = false;
       inDialog(
-          "AllYesNo", [&] { answer = prompts_.ask(&over_, question::kPrintInColor); },
+          "AllYesNo", [&] { answer = prompts_.ask(&over_, Question::PrintInColor); },
           [&](QWidget* dialog) {
             QCOMPARE(dialog->findChild<QLabel*>("Label1")->text(), " Print in Color.");
             press(dialog, button);
@@ -122,19 +122,19 @@ class DialogsWindowTest : public QObject {
       return answer;
     };
     QVERIFY(ask("AllYes"));
-    QCOMPARE(global_.QuestionNumber, 6);
+    QCOMPARE(static_cast<int>(state_.QuestionNumber), 6);
     QVERIFY(!ask("AllNo"));
-    QCOMPARE(global_.QuestionNumber, 2);
+    QCOMPARE(static_cast<int>(state_.QuestionNumber), 2);
   }
 
   void mnemonicsAnswerAndEscapeIsNo() {
     bool answer = true;
     inDialog(
-        "AllYesNo", [&] { answer = prompts_.ask(&over_, question::kPrint); },
+        "AllYesNo", [&] { answer = prompts_.ask(&over_, Question::Print); },
         [&](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
     QVERIFY(!answer);
     inDialog(
-        "AllYesNo", [&] { answer = prompts_.ask(&over_, question::kPrint); },
+        "AllYesNo", [&] { answer = prompts_.ask(&over_, Question::Print); },
         [&](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Y, Qt::AltModifier); });
     QVERIFY(answer);
   }
@@ -142,14 +142,14 @@ class DialogsWindowTest : public QObject {
   void escapeNeverGivesUnsavedChangesUp() {
     bool answer = false;
     inDialog(
-        "AllYesNo", [&] { answer = prompts_.ask(&over_, question::kDiscardChanges); },
+        "AllYesNo", [&] { answer = prompts_.ask(&over_, Question::DiscardChanges); },
         [&](QWidget* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
     QVERIFY(answer);
     inDialog(
-        "AllYesNo", [&] { answer = prompts_.ask(&over_, question::kDiscardChanges); },
+        "AllYesNo", [&] { answer = prompts_.ask(&over_, Question::DiscardChanges); },
         [&](QWidget* dialog) { press(dialog, "AllNo"); });
     QVERIFY(!answer);
-    QCOMPARE(global_.QuestionNumber, 3);
+    QCOMPARE(static_cast<int>(state_.QuestionNumber), 3);
   }
 
   void theHeaderLineRefusesTheDoubleQuote() {
@@ -175,7 +175,7 @@ class DialogsWindowTest : public QObject {
           QVERIFY(dialog->isVisible());
           QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         });
-    QCOMPARE(global_.PrintHeader, std::string("My funds"));
+    QCOMPARE(state_.PrintHeader, std::string("My funds"));
   }
 
   void aCancelledLineIsOne() {
@@ -190,12 +190,12 @@ class DialogsWindowTest : public QObject {
             else
               press(dialog, "NAcept");
           });
-      QCOMPARE(global_.PrintHeader, std::string("1"));
+      QCOMPARE(state_.PrintHeader, std::string("1"));
     }
   }
 
   void enterPressesTheButtonInFocus() {
-    global_.PrintHeader = "";
+    state_.PrintHeader = "";
     inDialog(
         "PrinterHeaderInput", [&] { prompts_.askLine(&over_, "Input", "Name"); },
         [&](QWidget* dialog) {
@@ -203,7 +203,7 @@ class DialogsWindowTest : public QObject {
           cancel->setFocus(Qt::TabFocusReason);
           QTest::keyClick(cancel, Qt::Key_Enter, Qt::KeypadModifier);
         });
-    QCOMPARE(global_.PrintHeader, std::string("1"));
+    QCOMPARE(state_.PrintHeader, std::string("1"));
     std::optional<int> number = 1;
     inDialog(
         "FundCurValInput", [&] { number = prompts_.askRecordNumber(&over_, "Number: "); },

@@ -41,7 +41,7 @@ const std::map<int, std::string> kMessages = {
 TEST(Messages, EveryNumberHasItsTextAndNoOtherHasOne) {
   for (int number = -1; number <= 100; ++number) {
     const auto found = kMessages.find(number);
-    EXPECT_EQ(messageText(number, {"12/10/2078", "", ""}),
+    EXPECT_EQ(messageText(Message{static_cast<std::int16_t>(number)}, {"12/10/2078", "", ""}),
               found == kMessages.end() ? "" : found->second)
         << number;
   }
@@ -49,14 +49,17 @@ TEST(Messages, EveryNumberHasItsTextAndNoOtherHasOne) {
 
 TEST(Messages, EveryQuestionHasItsText) {
   const MessageDetails details{"", "/home/ann/funds.PQD", "12"};
-  EXPECT_EQ(questionText(1, details), " Continue with Printout.");
-  EXPECT_EQ(questionText(2, details), " Print in Color.");
-  EXPECT_EQ(questionText(3, details),
+  EXPECT_EQ(questionText(Question{1}, details), " Continue with Printout.");
+  EXPECT_EQ(questionText(Question{2}, details), " Print in Color.");
+  EXPECT_EQ(questionText(Question{3}, details),
             "File changed. /home/ann/funds.PQD file in memory will be erased. Do you wish to go "
             "back and save it to Disk?.");
-  EXPECT_EQ(questionText(4, details), "Are you sure you wish to delete record number: 12");
-  EXPECT_EQ(questionText(5, details), "Are you sure you wish to delete the current Fund name.");
-  for (const int number : {-1, 0, 6, 7, 51}) EXPECT_EQ(questionText(number, details), "");
+  EXPECT_EQ(questionText(Question{4}, details),
+            "Are you sure you wish to delete record number: 12");
+  EXPECT_EQ(questionText(Question{5}, details),
+            "Are you sure you wish to delete the current Fund name.");
+  for (const int number : {-1, 0, 6, 7, 51})
+    EXPECT_EQ(questionText(Question{static_cast<std::int16_t>(number)}, details), "");
 }
 
 }  // namespace

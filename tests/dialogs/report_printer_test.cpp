@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/report_printer.h"
 
-#include "app/formatting.h"
+#include "app/report_line.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -57,13 +57,11 @@ class ReportPrinterTest : public QObject {
     QFETCH(bool, letter);
     QFETCH(bool, landscape);
     QFETCH(double, pitch);
-    Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget target;
     target.pageSize = letter ? QPageSize::Letter : QPageSize::A4;
-    global.ActiveWindow = static_cast<std::int16_t>(window);
-    global.ReportLines[static_cast<std::size_t>(window)] = report(lines, columns);
-    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    const QString text = QString::fromStdString(report(lines, columns));
+    QVERIFY(PrintReport(text, reportPoints(Window(window)), target, prompts, nullptr));
     QStringList printed = target.lines(pitch);
     printed.removeAll("");  // between the pages
     QCOMPARE(printed, linesOf(report(lines, columns)));
@@ -71,44 +69,25 @@ class ReportPrinterTest : public QObject {
   }
 
   void theFontHasItsSize() {
-    Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget target;
-    global.ReportLines[1] = report(1, 40);
-    for (const int window : {1, 2}) {
-      global.ActiveWindow = static_cast<std::int16_t>(window);
-      QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    const QString text = QString::fromStdString(report(1, 40));
+    for (const int points : {11, 10}) {
+      QVERIFY(PrintReport(text, points, target, prompts, nullptr));
       // A character of Courier's metrics is 0.6 of the font's size wide.
       const QString boxes = target.run("pdftotext", {"-bbox", target.path, "-"});
       const QRegularExpression word("xMin=\"([0-9.]+)\".*xMax=\"([0-9.]+)\".*>(Line)<");
       const auto found = word.match(boxes);
       const double width =
           (found.captured(2).toDouble() - found.captured(1).toDouble()) / 4.0 / 0.6;
-      QVERIFY2(std::abs(width - (window == 1 ? 11.0 : 10.0)) < 0.1, qPrintable(boxes));
+      QVERIFY2(std::abs(width - points) < 0.1, qPrintable(boxes));
     }
   }
 
-  void theManagersTextGoesFirstThenWhatWasHandedOver() {
-    Global global;
-    FakePrompts prompts(global);
-    PdfTarget target;
-    global.ReportLines[1] = "One\r\n";
-    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
-    QCOMPARE(target.lines(6.59), QStringList{"One"});
-    QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
-    QCOMPARE(target.lines(6.59), QStringList{"On screen"});
-    global.ReportLines[2] = "Two\r\n";
-    QVERIFY(PrintReport(global, "On screen", target, prompts, nullptr));
-    QCOMPARE(target.lines(6.59), QStringList{"Two"});
-  }
-
   void aLineThatFitsNoPageIsContinued() {
-    Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget target;
-    global.ActiveWindow = 2;
-    global.ReportLines[2] = std::string(300, 'x') + "\r\nTwo\r\n";
-    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    QVERIFY(PrintReport(QString(300, 'x') + "\r\nTwo\r\n", 10, target, prompts, nullptr));
     const QStringList printed = target.lines(6.0);
     QCOMPARE(printed.size(), 4);
     QCOMPARE(printed.mid(0, 3).join(""), QString(300, 'x'));
@@ -118,15 +97,13 @@ class ReportPrinterTest : public QObject {
 
   void whereThereIsNoPrinterAPdfIsOffered() {
     if (!QPrinterInfo::availablePrinterNames().isEmpty()) return;
-    Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     SystemPrintTarget target(prompts);
     QVERIFY(target.open(nullptr, "Mirelund report") == nullptr);
     QCOMPARE(prompts.initialPaths, QStringList{"Mirelund report.pdf"});
     QTemporaryDir folder;
     prompts.paths = {folder.filePath("mine.pdf")};
-    global.ReportLines[1] = "One\r\n";
-    QVERIFY(PrintReport(global, "", target, prompts, nullptr));
+    QVERIFY(PrintReport("One\r\n", 11, target, prompts, nullptr));
     QVERIFY(QFile::exists(folder.filePath("mine.pdf")));
     QVERIFY(prompts.warned.isEmpty());
   }

@@ -38,7 +38,7 @@ class CurrentValuePageTest : public QObject {
     QVERIFY(program.text("CVResults")
                 .contains("Alder   100.0000    1,037.50       12.35     1,234.56      197.06 "
                           "   18.99%    55.25%"));
-    QCOMPARE(program.global.ChartCount, 2);
+    QCOMPARE(program.global.chart.ChartCount, 2);
     QTest::keyClick(program.box("CVInPrice_1"), Qt::Key_V, Qt::ControlModifier);
     QCOMPARE(program.prompts.told, QList<int>{});
   }
@@ -88,7 +88,7 @@ class CurrentValuePageTest : public QObject {
     program.record(kFeeCash, "1/1/2021", {"3"});
     program.page(kCurrentValuePage);
     QCOMPARE(program.text("CVResults"), "");
-    QCOMPARE(program.global.ChartCount, 0);
+    QCOMPARE(program.global.chart.ChartCount, 0);
     QCOMPARE(program.box("CVInPrice_2")->text(), "30.0000");
     program.click("CVCalc");
     QVERIFY(!program.text("CVResults").isEmpty());
@@ -115,7 +115,7 @@ class CurrentValuePageTest : public QObject {
 
   void theChartGetsFundsAndKind() {
     Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget printing;
     QList<QWidget*> charts;
     PQManagement window({global, prompts, printing, [&](QWidget* over) { charts << over; }});
@@ -136,9 +136,9 @@ class CurrentValuePageTest : public QObject {
     ManagerFixture::click("CVCalc");
     ManagerFixture::click("CVGraph");
     QCOMPARE(charts, QList<QWidget*>{&window});
-    QCOMPARE(global.ChartKind, chart::kManager);
-    QCOMPARE(global.ChartCount, 2);
-    QCOMPARE(global.ChartNames, (std::vector<std::string>{"Alder", "Birch"}));
+    QCOMPARE(global.chart.ChartKind, ChartKind::Manager);
+    QCOMPARE(global.chart.ChartCount, 2);
+    QCOMPARE(global.chart.ChartNames, (std::vector<std::string>{"Alder", "Birch"}));
   }
 
   void tabWalksThePricesThenTheButtons() {

@@ -112,7 +112,7 @@ class EntryPageTest : public QObject {
     program.type("EInDate", "2/30/2020");
     program.click("EInPrice");
     QCOMPARE(program.takeTold(), QList<int>{30});
-    QCOMPARE(program.global.Details.shortDate,
+    QCOMPARE(program.global.dialogs.Details.shortDate,
              QLocale("en_US").toString(QDate::currentDate(), "M/d/yyyy").toStdString());
     program.click("EAddaRec");
     QCOMPARE(program.takeTold(), QList<int>{30});
@@ -416,7 +416,7 @@ class EntryPageTest : public QObject {
     QCOMPARE(program.label("ENumRec"), "Records: 4");
     program.click("EDelRec");
     QCOMPARE(program.takeAsked(), (QList<int>{4, 4}));
-    QCOMPARE(program.global.Details.recordNumber, "2");
+    QCOMPARE(program.global.dialogs.Details.recordNumber, "2");
     QCOMPARE(program.label("ENumRec"), "Records: 3");
     QVERIFY(!program.text("EResults").contains("Cash Div."));
     program.click("EDelRec");  // cancelled

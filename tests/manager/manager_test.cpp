@@ -6,8 +6,9 @@
 
 #include <algorithm>
 
-#include "manager/data_file.h"
-#include "manager/databases.h"
+#include "charts/chart_kind.h"
+#include "manager/database/data_file.h"
+#include "manager/database/databases.h"
 
 namespace mirelund {
 namespace {
@@ -15,30 +16,31 @@ namespace {
 // The manager as its window drives it.
 class ManagerTest : public testing::Test {
  protected:
-  ManagerTest() { manager.load(); }
+  ManagerTest() { manager.DiscardDatabase(); }
 
   static std::size_t typeIndex(char code) { return std::string("BSCDFU").find(code); }
 
   BoxLeft type(EntryBox box, const std::string& text) {
-    global.BoxEdited = 1;
+    global.boxes.BoxEdited = 1;
     return manager.leaveValueBox(box, text);
   }
 
-  void addFund(const std::string& name) { ASSERT_EQ(manager.addFund(name).message, 0); }
+  void addFund(const std::string& name) { ASSERT_EQ(manager.addFund(name).message, Message::None); }
 
   std::string activeName() const { return manager.fundName(manager.state().ActiveFundRow); }
 
   void fill(char code, const std::string& price, const std::string& shares, const std::string& fees,
             const std::string& dividend) {
-    ASSERT_EQ(manager.chooseType(typeIndex(code)), 0);
+    ASSERT_EQ(manager.chooseType(typeIndex(code)), Message::None);
     if (!price.empty()) type(EntryBox::Price, price);
     if (!shares.empty()) type(EntryBox::Shares, shares);
     if (!fees.empty()) type(EntryBox::Fees, fees);
     if (!dividend.empty()) type(EntryBox::Dividend, dividend);
   }
 
-  int add(char code, const std::string& day, const std::string& price, const std::string& shares,
-          const std::string& fees = "", const std::string& dividend = "") {
+  Message add(char code, const std::string& day, const std::string& price,
+              const std::string& shares, const std::string& fees = "",
+              const std::string& dividend = "") {
     fill(code, price, shares, fees, dividend);
     return manager.addRecord(day, activeName()).message;
   }
@@ -48,20 +50,19 @@ class ManagerTest : public testing::Test {
   }
 
   // Opens a database as the file dialog's answer would.
-  int open(const Database& database) {
+  Message open(const Database& database) {
     write(folder.file("Test.PQD"), writeDatabase(database));
-    return manager.openDatabase(folder.file("Test.PQD"));
+    return manager.OpenDatabase(folder.file("Test.PQD"));
   }
 
   Folder folder;
   Global global;
-  Manager manager{global};
+  Manager manager{global.boxes, global.reports, global.chart};
 };
 
 TEST_F(ManagerTest, StartsEmpty) {
-  EXPECT_EQ(global.ActiveWindow, 2);
-  EXPECT_EQ(global.ComparisonTotals.rows(), 32U);
-  EXPECT_EQ(global.ComparisonTotals.columns(), 7U);
+  EXPECT_EQ(global.reports.ComparisonTotals.rows(), 32U);
+  EXPECT_EQ(global.reports.ComparisonTotals.columns(), 7U);
   EXPECT_EQ(manager.fundsText(), "Funds: 0");
   EXPECT_EQ(manager.recordsText(), "Records: 0");
   EXPECT_EQ(manager.databaseText(), "Database: ");
@@ -73,13 +74,12 @@ TEST_F(ManagerTest, StartsEmpty) {
 TEST_F(ManagerTest, RecordsTheSixTypes) {
   addFund("Amber");
   EXPECT_EQ(manager.fundsText(), "Funds: 1");
-  EXPECT_EQ(global.FundCount, 1);
-  EXPECT_EQ(add('B', "1/2/2001", "10", "100", "50"), 0);
-  EXPECT_EQ(add('S', "1/3/2001", "10", "100", "50"), 0);
-  EXPECT_EQ(add('C', "1/4/2001", "", "", "", "100"), 0);
-  EXPECT_EQ(add('D', "1/5/2001", "10", "10"), 0);
-  EXPECT_EQ(add('F', "1/6/2001", "", "", "100"), 0);
-  EXPECT_EQ(add('U', "1/7/2001", "10", "5"), 0);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100", "50"), Message::None);
+  EXPECT_EQ(add('S', "1/3/2001", "10", "100", "50"), Message::None);
+  EXPECT_EQ(add('C', "1/4/2001", "", "", "", "100"), Message::None);
+  EXPECT_EQ(add('D', "1/5/2001", "10", "10"), Message::None);
+  EXPECT_EQ(add('F', "1/6/2001", "", "", "100"), Message::None);
+  EXPECT_EQ(add('U', "1/7/2001", "10", "5"), Message::None);
   EXPECT_EQ(manager.recordsText(), "Records: 6");
   const double shares[] = {100, -100, 0, 10, 0, -5};
   const double books[] = {1050, -950, -100, 0, 100, 0};
@@ -95,33 +95,35 @@ TEST_F(ManagerTest, RecordsTheSixTypes) {
 
 TEST_F(ManagerTest, RefusesInTheOrderTypeDateValuesFundRecords) {
   addFund("Amber");
-  EXPECT_EQ(manager.addRecord("", "").message, 51);
+  EXPECT_EQ(manager.addRecord("", "").message, Message::NoType);
   fill('B', "10", "", "", "");
-  EXPECT_EQ(manager.addRecord("", "").message, 31);
-  EXPECT_EQ(manager.addRecord("2/30/2001", "").message, 30);
-  EXPECT_EQ(manager.addRecord("1/2/2001", "").message, 20);
+  EXPECT_EQ(manager.addRecord("", "").message, Message::NoDate);
+  EXPECT_EQ(manager.addRecord("2/30/2001", "").message, Message::DateFormat);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "").message, Message::RecordNotSaved);
   type(EntryBox::Shares, "100");
-  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, 19);
-  EXPECT_EQ(manager.addRecord("1/2/2001", std::string(kNoFundText)).message, 19);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, Message::FundNotInFile);
+  EXPECT_EQ(manager.addRecord("1/2/2001", std::string(kNoFundText)).message,
+            Message::FundNotInFile);
   // Nothing changed, and the row is left as typed.
   EXPECT_EQ(manager.recordsText(), "Records: 0");
   EXPECT_EQ(manager.state().entry.value(EntryBox::Price), money(10));
-  EXPECT_EQ(manager.addRecord("1/2/2001", "Amber").message, 0);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Amber").message, Message::None);
 }
 
 TEST_F(ManagerTest, NeedsAnActiveFund) {
-  EXPECT_EQ(manager.chooseType(0), 16);
-  EXPECT_EQ(manager.checkFund("Amber"), 16);
+  EXPECT_EQ(manager.chooseType(0), Message::FundNotSelected);
+  EXPECT_EQ(manager.checkFund("Amber"), Message::FundNotSelected);
   addFund("Amber");
   addFund("Birch");
-  EXPECT_EQ(manager.checkFund("Birch"), 0);
-  EXPECT_EQ(manager.checkFund("Amber"), 16);  // a fund, but not the active one
-  EXPECT_EQ(manager.checkFund("Cedar"), 19);
+  EXPECT_EQ(manager.checkFund("Birch"), Message::None);
+  EXPECT_EQ(manager.checkFund("Amber"),
+            Message::FundNotSelected);  // a fund, but not the active one
+  EXPECT_EQ(manager.checkFund("Cedar"), Message::FundNotInFile);
   manager.leaveEntryPage();
   EXPECT_EQ(manager.state().ActiveFund, 0);
-  EXPECT_EQ(manager.chooseType(0), 16);
-  EXPECT_EQ(manager.correctRecord("Birch", "1"), 16);
-  EXPECT_EQ(manager.askDelete("Birch").message, 16);
+  EXPECT_EQ(manager.chooseType(0), Message::FundNotSelected);
+  EXPECT_EQ(manager.correctRecord("Birch", "1"), Message::FundNotSelected);
+  EXPECT_EQ(manager.askDelete("Birch").message, Message::FundNotSelected);
 }
 
 TEST_F(ManagerTest, FundsAreSortedAfterAdding) {
@@ -134,80 +136,81 @@ TEST_F(ManagerTest, FundsAreSortedAfterAdding) {
   EXPECT_EQ(manager.state().FileChanged, 1);
 }
 
-TEST_F(ManagerTest, ADialogsAnswerMayAddNothing) {
-  for (const char* answer : {"", "1"}) {
-    const Outcome outcome = manager.addFund(answer);
-    EXPECT_EQ(outcome.message, 0);
-    EXPECT_FALSE(outcome.showResults);
-  }
-  EXPECT_EQ(manager.addFund("a\"b").message, 3);
-  EXPECT_EQ(manager.addFund("a\nb").message, 3);
+TEST_F(ManagerTest, AnEmptyNameAddsNothing) {
+  const Outcome outcome = manager.addFund("");
+  EXPECT_EQ(outcome.message, Message::None);
+  EXPECT_FALSE(outcome.showResults);
+  EXPECT_EQ(manager.addFund("a\"b").message, Message::WrongEntry);
+  EXPECT_EQ(manager.addFund("a\nb").message, Message::WrongEntry);
   EXPECT_EQ(manager.fundsText(), "Funds: 0");
   EXPECT_EQ(manager.state().FileChanged, 0);
 }
 
 TEST_F(ManagerTest, TheNineteenthFundIsRefused) {
   for (int i = 1; i <= 18; ++i) addFund("Fund " + std::to_string(i));
-  EXPECT_EQ(manager.addFund("Fund 19").message, 36);
+  EXPECT_EQ(manager.addFund("Fund 19").message, Message::MostFunds);
   EXPECT_EQ(manager.fundsText(), "Funds: 18");
 }
 
 TEST_F(ManagerTest, The601stRecordIsRefusedButCorrectionIsNot) {
-  EXPECT_EQ(open(madeDatabase(2, 600)), 0);
+  EXPECT_EQ(open(madeDatabase(2, 600)), Message::None);
   manager.chooseFund(1);
-  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 35);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::MostRecords);
   EXPECT_EQ(manager.recordsText(), "Records: 600");
   EXPECT_EQ(manager.state().FileChanged, 0);
-  EXPECT_EQ(manager.correctRecord(activeName(), "1"), 0);
-  EXPECT_EQ(manager.addRecord("1/2/2001", activeName()).message, 0);
+  EXPECT_EQ(manager.correctRecord(activeName(), "1"), Message::None);
+  EXPECT_EQ(manager.addRecord("1/2/2001", activeName()).message, Message::None);
   EXPECT_EQ(manager.recordsText(), "Records: 600");
 }
 
 TEST_F(ManagerTest, FundsOfOneNameAreChosenByTheirRow) {
   addFund("Twin");
-  EXPECT_EQ(add('B', "1/2/2001", "10", "1"), 0);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "1"), Message::None);
   addFund("Twin");
-  EXPECT_EQ(add('B', "1/2/2002", "10", "2"), 0);
+  EXPECT_EQ(add('B', "1/2/2002", "10", "2"), Message::None);
   const auto number = [&](std::int16_t row) {
     return fundNumber(manager.database().FundTable[static_cast<std::size_t>(row)]);
   };
   for (const auto row : std::vector<std::int16_t>{1, 2, 1}) {
     manager.chooseFund(row);
     EXPECT_EQ(manager.state().ActiveFund, number(row));
-    EXPECT_EQ(manager.checkFund("Twin"), 0);
+    EXPECT_EQ(manager.checkFund("Twin"), Message::None);
   }
 }
 
 TEST_F(ManagerTest, ARecordTooLargeIsRefusedBeforeAnythingIsStored) {
   addFund("Amber");
-  EXPECT_EQ(add('B', "1/2/2001", "900000000000000", "2"), 3);  // its book value
-  EXPECT_EQ(add('D', "1/2/2001", "900000000000000", "2"), 3);  // its dividend value
+  EXPECT_EQ(add('B', "1/2/2001", "900000000000000", "2"), Message::WrongEntry);  // its book value
+  EXPECT_EQ(add('D', "1/2/2001", "900000000000000", "2"),
+            Message::WrongEntry);  // its dividend value
   EXPECT_EQ(manager.recordsText(), "Records: 0");
-  EXPECT_EQ(add('B', "1/2/2001", "1", "900000000000000"), 0);
-  EXPECT_EQ(add('B', "1/2/2001", ".0001", "900000000000000"), 3);  // total of shares
-  EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"), 3);   // total of book values
+  EXPECT_EQ(add('B', "1/2/2001", "1", "900000000000000"), Message::None);
+  EXPECT_EQ(add('B', "1/2/2001", ".0001", "900000000000000"),
+            Message::WrongEntry);  // total of shares
+  EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"),
+            Message::WrongEntry);  // total of book values
   addFund("Birch");
-  EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"), 3);  // grand total
+  EXPECT_EQ(add('F', "1/2/2001", "", "", "900000000000000"), Message::WrongEntry);  // grand total
   EXPECT_EQ(manager.recordsText(), "Records: 1");
-  EXPECT_EQ(manager.showAllFunds().message, 0);
+  EXPECT_EQ(manager.showAllFunds().message, Message::None);
   // A value too large stands as typed, and no record is made of the row.
-  ASSERT_EQ(manager.chooseType(0), 0);
+  ASSERT_EQ(manager.chooseType(0), Message::None);
   type(EntryBox::Price, "1");
   type(EntryBox::Shares, "1");
-  EXPECT_EQ(type(EntryBox::Price, "9999999999999999").message, 3);
-  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, 3);
+  EXPECT_EQ(type(EntryBox::Price, "9999999999999999").message, Message::WrongEntry);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, Message::WrongEntry);
   type(EntryBox::Price, "2");
-  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, 0);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Birch").message, Message::None);
 }
 
 TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {
   addFund("Amber");
-  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), 0);
-  EXPECT_EQ(add('B', "1/3/2001", "3", "3"), 0);
+  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), Message::None);
+  EXPECT_EQ(add('B', "1/3/2001", "3", "3"), Message::None);
   addFund("Birch");
-  EXPECT_EQ(add('B', "1/2/2001", "2", "2"), 0);
-  EXPECT_EQ(add('S', "1/4/2001", "4", "4", "1"), 0);
-  EXPECT_EQ(manager.correctRecord("Birch", "2"), 0);
+  EXPECT_EQ(add('B', "1/2/2001", "2", "2"), Message::None);
+  EXPECT_EQ(add('S', "1/4/2001", "4", "4", "1"), Message::None);
+  EXPECT_EQ(manager.correctRecord("Birch", "2"), Message::None);
   EXPECT_EQ(manager.state().CorrectingRecord, 4);
   EXPECT_EQ(manager.state().entry.type->listText, "Sold");
   EXPECT_EQ(manager.correctingDateText(), "1/4/2001");
@@ -216,16 +219,16 @@ TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {
   EXPECT_EQ(manager.valueText(EntryBox::Fees), "1.0000");
   EXPECT_EQ(manager.valueText(EntryBox::Dividend), "0.0000");
   for (const char* number : {"0", "3", "5", "601", "", "99999999999999999999", "-1"})
-    EXPECT_EQ(manager.correctRecord("Birch", number), 17) << number;
+    EXPECT_EQ(manager.correctRecord("Birch", number), Message::NotARecord) << number;
   EXPECT_EQ(manager.state().CorrectingRecord, 4);
 
   // The type list is locked; another value, an earlier date.
-  EXPECT_EQ(manager.chooseType(0), 0);
+  EXPECT_EQ(manager.chooseType(0), Message::None);
   EXPECT_EQ(manager.state().entry.type->code, 'S');
   type(EntryBox::Shares, "0");
-  EXPECT_EQ(manager.addRecord("1/4/2001", "Birch").message, 29);
+  EXPECT_EQ(manager.addRecord("1/4/2001", "Birch").message, Message::RecordNotCorrected);
   type(EntryBox::Shares, "5");
-  EXPECT_EQ(manager.addRecord("12/31/2000", "Birch").message, 0);
+  EXPECT_EQ(manager.addRecord("12/31/2000", "Birch").message, Message::None);
   EXPECT_EQ(manager.state().CorrectingRecord, 0);
   EXPECT_EQ(manager.recordsText(), "Records: 4");
   EXPECT_EQ(record(1).type, 'S');
@@ -237,18 +240,18 @@ TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {
 TEST_F(ManagerTest, ACorrectionToALaterDateMovesTheRecord) {
   addFund("Amber");
   for (const char* day : {"1/1/2001", "1/2/2001", "1/3/2001"})
-    EXPECT_EQ(add('B', day, "1", "1"), 0);
-  EXPECT_EQ(manager.correctRecord("Amber", "1"), 0);
-  EXPECT_EQ(manager.addRecord("1/4/2001", "Amber").message, 0);
+    EXPECT_EQ(add('B', day, "1", "1"), Message::None);
+  EXPECT_EQ(manager.correctRecord("Amber", "1"), Message::None);
+  EXPECT_EQ(manager.addRecord("1/4/2001", "Amber").message, Message::None);
   EXPECT_EQ(record(3).date, date(2001, 1, 4));
   EXPECT_EQ(record(1).date, date(2001, 1, 2));
 }
 
 TEST_F(ManagerTest, DeleteAnotherPageAndAnotherFileCancelACorrection) {
-  ASSERT_EQ(open(madeDatabase(1, 3)), 0);
+  ASSERT_EQ(open(madeDatabase(1, 3)), Message::None);
   const auto correct = [&] {
     manager.chooseFund(1);
-    ASSERT_EQ(manager.correctRecord(activeName(), "1"), 0);
+    ASSERT_EQ(manager.correctRecord(activeName(), "1"), Message::None);
   };
   correct();
   EXPECT_FALSE(manager.askDelete(activeName()).wholeFund);
@@ -258,7 +261,7 @@ TEST_F(ManagerTest, DeleteAnotherPageAndAnotherFileCancelACorrection) {
   manager.leaveEntryPage();
   EXPECT_EQ(manager.state().CorrectingRecord, 0);
   correct();
-  manager.openDatabase(folder.file("Test.PQD"));
+  manager.OpenDatabase(folder.file("Test.PQD"));
   EXPECT_EQ(manager.state().CorrectingRecord, 0);
   correct();
   manager.clearEntryRow();
@@ -268,42 +271,41 @@ TEST_F(ManagerTest, DeleteAnotherPageAndAnotherFileCancelACorrection) {
 TEST_F(ManagerTest, DeletingRenumbersTheList) {
   addFund("Amber");
   for (int i = 1; i <= 5; ++i)
-    EXPECT_EQ(add('B', "1/" + std::to_string(i) + "/2001", std::to_string(i), "1"), 0);
-  EXPECT_EQ(manager.checkRecordNumber("6"), 17);
-  EXPECT_EQ(manager.checkRecordNumber("3"), 0);
+    EXPECT_EQ(add('B', "1/" + std::to_string(i) + "/2001", std::to_string(i), "1"), Message::None);
+  EXPECT_EQ(manager.checkRecordNumber("6"), Message::NotARecord);
+  EXPECT_EQ(manager.checkRecordNumber("3"), Message::None);
   const Outcome outcome = manager.deleteRecord("3");
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   EXPECT_EQ(outcome.results, manager.showRecordList().results);
   EXPECT_EQ(manager.recordsText(), "Records: 4");
   EXPECT_EQ(record(3).price, money(4));
   EXPECT_EQ(record(4).price, money(5));
   EXPECT_EQ(manager.state().FileChanged, 1);
-  EXPECT_EQ(manager.deleteRecord("5").message, 17);
+  EXPECT_EQ(manager.deleteRecord("5").message, Message::NotARecord);
 }
 
 TEST_F(ManagerTest, TheFundGoesAfterItsLastRecord) {
   addFund("Amber");
   addFund("Birch");
-  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), 0);
+  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), Message::None);
   EXPECT_FALSE(manager.askDelete("Birch").wholeFund);
-  EXPECT_EQ(manager.deleteRecord("1").message, 0);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
   EXPECT_EQ(manager.fundsText(), "Funds: 2");
   EXPECT_TRUE(manager.askDelete("Birch").wholeFund);
-  EXPECT_EQ(manager.deleteFund(), 0);
+  EXPECT_EQ(manager.deleteFund(), Message::None);
   EXPECT_EQ(manager.fundNames(), std::vector<std::string>{"Amber"});
   EXPECT_EQ(manager.state().ActiveFund, 0);
   EXPECT_EQ(manager.state().FileChanged, 1);
-  EXPECT_EQ(global.FundCount, 1);
 }
 
 TEST_F(ManagerTest, OfTwoFundsOfOneNameTheChosenOneGoes) {
   for (const auto chosen : std::vector<std::int16_t>{1, 2}) {
-    manager.load();
+    manager.DiscardDatabase();
     addFund("Twin");
     addFund("Twin");
     manager.chooseFund(chosen);
     const std::int16_t gone = manager.state().ActiveFund;
-    EXPECT_EQ(manager.deleteFund(), 0);
+    EXPECT_EQ(manager.deleteFund(), Message::None);
     EXPECT_NE(fundNumber(manager.database().FundTable[1]), gone);
   }
 }
@@ -313,38 +315,38 @@ TEST_F(ManagerTest, ANewFundAfterADeletionSharesANumber) {
   addFund("Birch");
   addFund("Cedar");
   manager.chooseFund(2);
-  EXPECT_EQ(manager.deleteFund(), 0);
+  EXPECT_EQ(manager.deleteFund(), Message::None);
   addFund("Dahlia");
   EXPECT_EQ(manager.state().ActiveFund, 3);
   EXPECT_EQ(manager.database().FundTable[2].name, "Cedar");
   EXPECT_EQ(manager.database().FundTable[2].number, "3");
   // A record of one is a record of both.
-  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), 0);
+  EXPECT_EQ(add('B', "1/1/2001", "1", "1"), Message::None);
   manager.chooseFund(2);
   EXPECT_FALSE(manager.askDelete("Cedar").wholeFund);
 }
 
 TEST_F(ManagerTest, LeavingTheDateBoxChecksIt) {
-  EXPECT_EQ(manager.leaveDateBox("1/2/2001"), 0);
-  EXPECT_EQ(manager.leaveDateBox("13/2/2001"), 30);
-  EXPECT_EQ(manager.leaveDateBox(""), 0);
+  EXPECT_EQ(manager.leaveDateBox("1/2/2001"), Message::None);
+  EXPECT_EQ(manager.leaveDateBox("13/2/2001"), Message::DateFormat);
+  EXPECT_EQ(manager.leaveDateBox(""), Message::None);
   manager.setDateFormat(shortDateFormat("dd.MM.yy"));
-  EXPECT_EQ(manager.leaveDateBox("13/2/2001"), 0);
-  EXPECT_EQ(messageText(30, manager.details(date(2026, 3, 5))),
+  EXPECT_EQ(manager.leaveDateBox("13/2/2001"), Message::None);
+  EXPECT_EQ(messageText(Message::DateFormat, manager.details(date(2026, 3, 5))),
             "Correct date format is 05.03.2026");
 }
 
 TEST_F(ManagerTest, ChoosingATypeClearsTheBoxes) {
   addFund("Amber");
   fill('B', "10", "20", "30", "");
-  EXPECT_EQ(manager.chooseType(1), 0);
+  EXPECT_EQ(manager.chooseType(1), Message::None);
   EXPECT_EQ(manager.state().entry.value(EntryBox::Price), Currency());
   EXPECT_EQ(manager.state().entry.type->listText, "Sold");
 }
 
 TEST_F(ManagerTest, AValueBoxStoresOnlyIfEdited) {
   addFund("Amber");
-  ASSERT_EQ(manager.chooseType(0), 0);
+  ASSERT_EQ(manager.chooseType(0), Message::None);
   EXPECT_FALSE(manager.leaveValueBox(EntryBox::Price, "12").changed);
   EXPECT_EQ(manager.state().entry.value(EntryBox::Price), Currency());
   EXPECT_EQ(type(EntryBox::Price, "1234.5").text, "1,234.5000");
@@ -355,9 +357,9 @@ TEST_F(ManagerTest, AValueBoxStoresOnlyIfEdited) {
 
 TEST_F(ManagerTest, SavesAndOpensByteForByte) {
   addFund("Amber, \xC3\xA9");
-  EXPECT_EQ(add('B', "1/2/2001", "10.5", "100", "50"), 0);
-  EXPECT_EQ(manager.checkSave(), 0);
-  EXPECT_EQ(manager.saveDatabase(folder.file("Mine")), 0);
+  EXPECT_EQ(add('B', "1/2/2001", "10.5", "100", "50"), Message::None);
+  EXPECT_EQ(manager.checkSave(), Message::None);
+  EXPECT_EQ(manager.SaveDatabase(folder.file("Mine.PQD")).message, Message::None);
   const std::string path = folder.file("Mine.PQD");
   EXPECT_EQ(contents(path),
             "1,1,\"All Records\",\"31\"\r\n\"Amber, \xC3\xA9\",\"1\"\r\n"
@@ -366,34 +368,34 @@ TEST_F(ManagerTest, SavesAndOpensByteForByte) {
   EXPECT_EQ(manager.state().DatabasePath, path);
   EXPECT_EQ(manager.databaseText(), "Database: Mine.PQD");
   const Database saved = manager.database();
-  manager.discard();
+  manager.DiscardDatabase();
   EXPECT_EQ(manager.database(), Database());
   EXPECT_EQ(manager.state().DatabasePath, "");
-  EXPECT_EQ(manager.openDatabase(path), 0);
+  EXPECT_EQ(manager.OpenDatabase(path), Message::None);
   EXPECT_EQ(manager.database(), saved);
   EXPECT_EQ(manager.state().FileChanged, 0);
 }
 
 TEST_F(ManagerTest, NothingToSaveWithoutRecords) {
-  EXPECT_EQ(manager.checkSave(), 15);
+  EXPECT_EQ(manager.checkSave(), Message::NoRecords);
   addFund("Amber");
-  EXPECT_EQ(manager.checkSave(), 15);
-  EXPECT_EQ(manager.saveDatabase(folder.file("x.PQD")), 15);
+  EXPECT_EQ(manager.checkSave(), Message::NoRecords);
+  EXPECT_EQ(manager.SaveDatabase(folder.file("x.PQD")).message, Message::NoRecords);
   EXPECT_FALSE(std::filesystem::exists(folder.file("x.PQD")));
 }
 
 TEST_F(ManagerTest, AFailedOpenLeavesTheDatabaseWhole) {
   addFund("Amber");
-  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
-  ASSERT_EQ(manager.saveDatabase(folder.file("Mine.PQD")), 0);
-  EXPECT_EQ(add('B', "1/3/2001", "10", "100"), 0);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  ASSERT_EQ(manager.SaveDatabase(folder.file("Mine.PQD")).message, Message::None);
+  EXPECT_EQ(add('B', "1/3/2001", "10", "100"), Message::None);
   const Database before = manager.database();
   std::string bytes = writeDatabase(madeDatabase(3, 50));
   bytes.resize(bytes.size() - 20);
   write(folder.file("Cut.PQD"), bytes);
   for (const std::string& name :
        {std::string("Cut.PQD"), std::string("Missing.PQD"), std::string(".")}) {
-    EXPECT_EQ(manager.openDatabase(folder.file(name)), 13);
+    EXPECT_EQ(manager.OpenDatabase(folder.file(name)), Message::CannotOpen);
     EXPECT_EQ(manager.database(), before);
     EXPECT_EQ(manager.state().FileChanged, 1);
     EXPECT_EQ(manager.databaseText(), "Database: Mine.PQD");
@@ -403,8 +405,10 @@ TEST_F(ManagerTest, AFailedOpenLeavesTheDatabaseWhole) {
 
 TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
   addFund("Amber");
-  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
-  EXPECT_EQ(manager.saveDatabase(folder.file("no/such/Mine.PQD")), 25);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  const Saved saved = manager.SaveDatabase(folder.file("no/such/Mine.PQD"));
+  EXPECT_EQ(saved.message, Message::CannotSave);
+  EXPECT_EQ(saved.reason, FileFailure::NoSuchFolder);
   EXPECT_EQ(manager.state().FileChanged, 1);
   EXPECT_EQ(manager.state().DatabasePath, "");
 }
@@ -412,38 +416,29 @@ TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
 TEST_F(ManagerTest, AsksBeforeChangesAreLost) {
   addFund("Amber");
   EXPECT_FALSE(manager.mustAskBeforeDiscarding());  // no records: required
-  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
   EXPECT_TRUE(manager.mustAskBeforeDiscarding());
-  ASSERT_EQ(manager.saveDatabase(folder.file("Mine.PQD")), 0);
+  ASSERT_EQ(manager.SaveDatabase(folder.file("Mine.PQD")).message, Message::None);
   EXPECT_FALSE(manager.mustAskBeforeDiscarding());
   addFund("Birch");
   EXPECT_TRUE(manager.mustAskBeforeDiscarding());
-  EXPECT_EQ(questionText(3, manager.details(date(2026, 1, 1))),
+  EXPECT_EQ(questionText(Question::DiscardChanges, manager.details(date(2026, 1, 1))),
             "File changed. " + folder.file("Mine.PQD") +
                 " file in memory will be erased. Do you wish to go back and save it to Disk?.");
-  ASSERT_EQ(manager.saveDatabase(folder.file("Mine.PQD")), 0);
-  EXPECT_EQ(manager.deleteFund(), 0);
+  ASSERT_EQ(manager.SaveDatabase(folder.file("Mine.PQD")).message, Message::None);
+  EXPECT_EQ(manager.deleteFund(), Message::None);
   EXPECT_TRUE(manager.mustAskBeforeDiscarding());
   manager.chooseFund(1);
-  EXPECT_EQ(manager.deleteRecord("1").message, 0);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
   EXPECT_FALSE(manager.mustAskBeforeDiscarding());  // the last record: required
 }
 
 TEST_F(ManagerTest, OpeningAnEmptyDatabaseShowsNothingElse) {
   write(folder.file("Empty.PQD"), "0,0,\"All Records\",\"31\"\r\n");
-  EXPECT_EQ(manager.openDatabase(folder.file("Empty.PQD")), 0);
+  EXPECT_EQ(manager.OpenDatabase(folder.file("Empty.PQD")), Message::None);
   EXPECT_EQ(manager.fundsText(), "Funds: 0");
   EXPECT_EQ(manager.recordsText(), "Records: 0");
   EXPECT_EQ(manager.databaseText(), "Database: Empty.PQD");
-}
-
-TEST(WithFileEnding, AddsOneWhereThereIsNone) {
-  EXPECT_EQ(withFileEnding("/a/Mine"), "/a/Mine.PQD");
-  EXPECT_EQ(withFileEnding("/a.b/Mine"), "/a.b/Mine.PQD");
-  EXPECT_EQ(withFileEnding("/a/Mine.PQD"), "/a/Mine.PQD");
-  EXPECT_EQ(withFileEnding("/a/Mine.pqd"), "/a/Mine.pqd");
-  EXPECT_EQ(withFileEnding("/a/Mine.txt"), "/a/Mine.txt");
-  EXPECT_EQ(withFileEnding("/a/.hidden"), "/a/.hidden.PQD");
 }
 
 // --- reports and current value ------------------------------------------------------
@@ -451,53 +446,53 @@ TEST(WithFileEnding, AddsOneWhereThereIsNone) {
 TEST_F(ManagerTest, ReportsThatLeaveTheRangeAreMessageThree) {
   Database database = madeDatabase(1, 2);
   database.RecordTable[1].shares = database.RecordTable[2].shares = Currency::max();
-  EXPECT_EQ(open(database), 0);
-  EXPECT_EQ(manager.chooseFund(1).message, 3);
+  EXPECT_EQ(open(database), Message::None);
+  EXPECT_EQ(manager.chooseFund(1).message, Message::WrongEntry);
   EXPECT_TRUE(manager.chooseFund(1).showResults);
   EXPECT_EQ(manager.chooseFund(1).results, "");
-  EXPECT_EQ(manager.showFund(1).message, 3);
-  EXPECT_EQ(manager.showAllFunds().message, 3);
-  global.BoxEdited = 1;
+  EXPECT_EQ(manager.showFund(1).message, Message::WrongEntry);
+  EXPECT_EQ(manager.showAllFunds().message, Message::WrongEntry);
+  global.boxes.BoxEdited = 1;
   manager.leavePriceBox(1, "1");
-  EXPECT_EQ(manager.calculateCurrentValue().message, 3);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::WrongEntry);
   // Deleting is the way out.
-  EXPECT_EQ(manager.deleteRecord("1").message, 0);
-  EXPECT_EQ(manager.showFund(1).message, 0);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(manager.showFund(1).message, Message::None);
 }
 
 TEST_F(ManagerTest, CurrentValueRefusesAnEmptyFundThenAMissingPrice) {
   const auto price = [&](std::int16_t row, const std::string& text) {
-    global.BoxEdited = 1;
+    global.boxes.BoxEdited = 1;
     return manager.leavePriceBox(row, text);
   };
   addFund("Amber");
-  EXPECT_EQ(manager.calculateCurrentValue().message, 28);
-  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), 0);
-  EXPECT_EQ(manager.calculateCurrentValue().message, 24);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::EmptyFund);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::MissingPrice);
   EXPECT_EQ(manager.priceText(1), "");
   EXPECT_EQ(price(1, "0").text, "0.0000");
-  EXPECT_EQ(manager.calculateCurrentValue().message, 24);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::MissingPrice);
   EXPECT_EQ(price(1, "20").text, "20.0000");
   EXPECT_EQ(manager.priceText(1), "20.0000");
-  EXPECT_EQ(manager.graphCurrentValue(), 4);
+  EXPECT_EQ(manager.graphCurrentValue(), Message::NothingToGraph);
   const Outcome outcome = manager.calculateCurrentValue();
-  EXPECT_EQ(outcome.message, 0);
+  EXPECT_EQ(outcome.message, Message::None);
   EXPECT_EQ(outcome.results, manager.state().CVResults);
-  EXPECT_EQ(global.ChartCount, 1);
-  EXPECT_EQ(manager.graphCurrentValue(), 0);
-  EXPECT_EQ(global.ChartKind, 8);
-  EXPECT_EQ(global.ComparisonTotals.at(1, 4), money(1000));
+  EXPECT_EQ(global.chart.ChartCount, 1);
+  EXPECT_EQ(manager.graphCurrentValue(), Message::None);
+  EXPECT_EQ(global.chart.ChartKind, ChartKind::Manager);
+  EXPECT_EQ(global.reports.ComparisonTotals.at(1, 4), money(1000));
 
   // Reports do not disturb the chart's figures.
   manager.showAllFunds();
-  EXPECT_EQ(global.ComparisonTotals.at(1, 4), money(1000));
+  EXPECT_EQ(global.reports.ComparisonTotals.at(1, 4), money(1000));
 
   // A changed record clears the results, not the prices.
   manager.chooseFund(1);
-  EXPECT_EQ(add('B', "1/3/2001", "10", "100"), 0);
+  EXPECT_EQ(add('B', "1/3/2001", "10", "100"), Message::None);
   EXPECT_EQ(manager.state().CVResults, "");
-  EXPECT_EQ(global.ChartCount, 0);
-  EXPECT_EQ(manager.graphCurrentValue(), 4);
+  EXPECT_EQ(global.chart.ChartCount, 0);
+  EXPECT_EQ(manager.graphCurrentValue(), Message::NothingToGraph);
   EXPECT_EQ(manager.priceText(1), "20.0000");
 
   // Another fund does.
@@ -506,52 +501,47 @@ TEST_F(ManagerTest, CurrentValueRefusesAnEmptyFundThenAMissingPrice) {
 }
 
 TEST_F(ManagerTest, OpeningClearsTotalsAndResults) {
-  ASSERT_EQ(open(madeDatabase(1, 3)), 0);
-  global.BoxEdited = 1;
+  ASSERT_EQ(open(madeDatabase(1, 3)), Message::None);
+  global.boxes.BoxEdited = 1;
   manager.leavePriceBox(1, "20");
-  EXPECT_EQ(manager.calculateCurrentValue().message, 0);
-  EXPECT_EQ(manager.openDatabase(folder.file("Test.PQD")), 0);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::None);
+  EXPECT_EQ(manager.OpenDatabase(folder.file("Test.PQD")), Message::None);
   EXPECT_EQ(manager.state().CVResults, "");
-  EXPECT_EQ(global.ChartCount, 0);
+  EXPECT_EQ(global.chart.ChartCount, 0);
   for (std::size_t row = 0; row < 32; ++row)
     for (std::size_t column = 0; column < 7; ++column)
-      EXPECT_TRUE(global.ComparisonTotals.at(row, column).isZero());
+      EXPECT_TRUE(global.reports.ComparisonTotals.at(row, column).isZero());
 }
 
 TEST_F(ManagerTest, PrintingPutsTheHeaderInFront) {
-  EXPECT_EQ(Manager::checkPrint(""), 2);
-  EXPECT_EQ(Manager::checkPrint("x"), 0);
-  global.PrintHeader = "1";
-  EXPECT_FALSE(manager.preparePrint("report"));
-  EXPECT_EQ(global.ReportLines[2], "");
-  global.PrintHeader = "My funds";
-  EXPECT_TRUE(manager.preparePrint("report"));
-  EXPECT_EQ(global.ReportLines[2], "My funds\r\nreport");
-  global.PrintHeader = "";
-  EXPECT_TRUE(manager.preparePrint("report"));
-  EXPECT_EQ(global.ReportLines[2], "report");
+  EXPECT_EQ(Manager::checkPrint(""), Message::NothingToPrint);
+  EXPECT_EQ(Manager::checkPrint("x"), Message::None);
+  manager.preparePrint("My funds", "report");
+  EXPECT_EQ(global.reports.ReportLines[2], "My funds\r\nreport");
+  manager.preparePrint("", "report");
+  EXPECT_EQ(global.reports.ReportLines[2], "report");
   // The calculators print their own again.
-  manager.discard();
-  EXPECT_EQ(global.ReportLines[2], "");
+  manager.DiscardDatabase();
+  EXPECT_EQ(global.reports.ReportLines[2], "");
 }
 
 TEST_F(ManagerTest, NamesAreShownAsTextAndKeptAsBytes) {
   Database database = madeDatabase(2, 2);
   database.FundTable[1].name = "caf\xC3\xA9";
   database.FundTable[2].name = "caf\xE9";
-  ASSERT_EQ(open(database), 0);
+  ASSERT_EQ(open(database), Message::None);
   EXPECT_EQ(manager.fundNames(), (std::vector<std::string>{"café", "café"}));
   manager.chooseFund(2);
-  EXPECT_EQ(manager.checkFund("café"), 0);
-  ASSERT_EQ(manager.saveDatabase(folder.file("Again.PQD")), 0);
+  EXPECT_EQ(manager.checkFund("café"), Message::None);
+  ASSERT_EQ(manager.SaveDatabase(folder.file("Again.PQD")).message, Message::None);
   EXPECT_EQ(contents(folder.file("Again.PQD")), contents(folder.file("Test.PQD")));
 }
 
 // Whatever is done, the tables stay within their limits, sorted and numbered.
 RC_GTEST_PROP(Manager, KeepsItsTablesInOrder, ()) {
   Global global;
-  Manager manager(global);
-  manager.load();
+  Manager manager{global.boxes, global.reports, global.chart};
+  manager.DiscardDatabase();
   const int steps = *rc::gen::inRange(1, 60);
   for (int i = 0; i < steps; ++i) {
     const auto& database = manager.database();
@@ -581,7 +571,7 @@ RC_GTEST_PROP(Manager, KeepsItsTablesInOrder, ()) {
              {EntryBox::Price, EntryBox::Shares, EntryBox::Fees, EntryBox::Dividend}) {
           const auto* type = manager.state().entry.type;
           if (type == nullptr || type->need(box) == Need::None) continue;
-          global.BoxEdited = 1;
+          global.boxes.BoxEdited = 1;
           manager.leaveValueBox(box, std::to_string(*rc::gen::inRange(1, 1000)));
         }
         manager.addRecord(formatDate(*anyDate(), manager.dateFormat()),
@@ -594,7 +584,7 @@ RC_GTEST_PROP(Manager, KeepsItsTablesInOrder, ()) {
     const auto back = parseDatabase(writeDatabase(database));
     RC_ASSERT(back.has_value());
     RC_ASSERT(*back == database);
-    RC_ASSERT(manager.showAllFunds().message == 0);
+    RC_ASSERT(manager.showAllFunds().message == Message::None);
   }
 }
 

@@ -17,7 +17,7 @@ class ManagerWindowTest : public QObject {
     QCOMPARE(captions, (QStringList{"Open file", "Data entry", "Display funds", "Current value",
                                     "Save file"}));
     QCOMPARE(tabs->currentIndex(), int{kEntryPage});
-    QCOMPARE(program.global.ActiveWindow, 2);
+    QCOMPARE(static_cast<int>(program.global.dialogs.ActiveWindow), 2);
     for (int i = 0; i < tabs->count(); ++i) {
       program.page(i);
       for (const char* counter : {"ENumFunds", "ENumRec", "EDatabase"})
@@ -147,7 +147,7 @@ class ManagerWindowTest : public QObject {
     program.record(kBought, "5/15/2001", {"10.5", "100", "50"});
     program.page(kSavePage);  // cancelled
     QCOMPARE(program.label("SFDone"), " ");
-    program.prompts.paths = {"/nowhere/at/all.PQD", program.path("mine")};
+    program.prompts.paths = {"/nowhere/at/all.PQD", program.path("mine.PQD")};
     program.click("SFSave");
     QCOMPARE(program.takeTold(), QList<int>{25});
     QCOMPARE(program.label("EDatabase"), "Database: ");
@@ -172,7 +172,7 @@ class ManagerWindowTest : public QObject {
     program.prompts.initialPaths.clear();
     program.page(kOpenPage);
     QCOMPARE(program.takeAsked(), QList<int>{3});
-    QCOMPARE(program.global.Details.fileName, program.path("test.PQD").toStdString());
+    QCOMPARE(program.global.dialogs.Details.fileName, program.path("test.PQD").toStdString());
     QCOMPARE(program.prompts.initialPaths, QStringList{});
     QCOMPARE(program.label("ENumRec"), "Records: 5");
     program.prompts.answers = {false};
@@ -353,7 +353,7 @@ class ManagerWindowTest : public QObject {
     QVERIFY(program.text("CVResults")
                 .contains("Harbour  65.0000      500.00       20.00     1,300.00      800.00 "
                           "  160.00%     6.10%"));
-    QCOMPARE(program.global.ChartCount, 2);
+    QCOMPARE(program.global.chart.ChartCount, 2);
 
     program.prompts.paths = {program.path("day.PQD")};
     program.page(kSavePage);

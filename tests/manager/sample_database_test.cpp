@@ -5,9 +5,9 @@
 
 #include <set>
 
-#include "manager/data_file.h"
-#include "manager/databases.h"
-#include "manager/fund_reports.h"
+#include "manager/database/data_file.h"
+#include "manager/database/databases.h"
+#include "manager/reports/fund_reports.h"
 #include "manager/transaction_entry.h"
 
 namespace mirelund {
@@ -55,7 +55,7 @@ TEST(SampleDatabase, EveryRecordCouldHaveBeenTyped) {
   for (const Record& record : database.records()) {
     const EntryRow row = entryRow(record);
     Date day;
-    EXPECT_EQ(checkEntry(row, formatDate(record.date, format), format, false, day), 0);
+    EXPECT_EQ(checkEntry(row, formatDate(record.date, format), format, false, day), Message::None);
     Record again = buildRecord(row, 0, day);
     again.fund = record.fund;
     again.number = record.number;

@@ -4,7 +4,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "manager/databases.h"
+#include "manager/database/databases.h"
+#include "manager/entry_help.h"
 
 namespace mirelund {
 namespace {
@@ -69,47 +70,47 @@ TEST(EntryRow, OfARecordBuildsItAgain) {
 struct Checked {
   EntryRow row;
   const char* date;
-  int message;
+  Message message;
 };
 
 // The table of what each type needs, box by box, and the order of refusals.
 const Checked kChecked[] = {
-    {row('B', 1, 1, 0, 0), "5/15/2001", 0},
-    {row('B', 1, 1, 1, 0), "5/15/2001", 0},
-    {row('B', 0, 1, 0, 0), "5/15/2001", 20},
-    {row('B', 1, 0, 0, 0), "5/15/2001", 20},
-    {row('B', 1, 1, 0, 1), "5/15/2001", 20},
-    {row('S', 1, 1, 0, 0), "5/15/2001", 0},
-    {row('S', 0, 1, 0, 0), "5/15/2001", 20},
-    {row('S', 1, 0, 9, 0), "5/15/2001", 20},
-    {row('S', 1, 1, 0, 1), "5/15/2001", 20},
-    {row('D', 1, 1, 0, 0), "5/15/2001", 0},
-    {row('D', 0, 1, 0, 0), "5/15/2001", 20},
-    {row('D', 1, 0, 0, 0), "5/15/2001", 20},
-    {row('D', 1, 1, 1, 0), "5/15/2001", 20},
-    {row('D', 1, 1, 0, 1), "5/15/2001", 20},
-    {row('U', 1, 1, 0, 0), "5/15/2001", 0},
-    {row('U', 0, 1, 0, 0), "5/15/2001", 20},
-    {row('U', 1, 0, 0, 0), "5/15/2001", 20},
-    {row('U', 1, 1, 1, 0), "5/15/2001", 20},
-    {row('U', 1, 1, 0, 1), "5/15/2001", 20},
-    {row('C', 0, 0, 0, 1), "5/15/2001", 0},
-    {row('C', 0, 0, 0, 0), "5/15/2001", 20},
-    {row('C', 1, 0, 0, 1), "5/15/2001", 20},
-    {row('C', 0, 1, 0, 1), "5/15/2001", 20},
-    {row('C', 0, 0, 1, 1), "5/15/2001", 20},
-    {row('F', 0, 0, 1, 0), "5/15/2001", 0},
-    {row('F', 0, 0, 0, 0), "5/15/2001", 20},
-    {row('F', 1, 0, 1, 0), "5/15/2001", 20},
-    {row('F', 0, 1, 1, 0), "5/15/2001", 20},
-    {row('F', 0, 0, 1, 1), "5/15/2001", 20},
-    {row('B', .0001, .0001, 0, 0), "5/15/2001", 0},
-    {EntryRow{}, "", 51},
-    {EntryRow{}, "5/15/2001", 51},
-    {row('B', 0, 0, 0, 0), "", 31},
-    {row('B', 1, 1, 0, 0), "  ", 31},
-    {row('B', 0, 0, 0, 0), "2/30/2001", 30},
-    {row('B', 1, 1, 0, 0), "today", 30},
+    {row('B', 1, 1, 0, 0), "5/15/2001", Message::None},
+    {row('B', 1, 1, 1, 0), "5/15/2001", Message::None},
+    {row('B', 0, 1, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('B', 1, 0, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('B', 1, 1, 0, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('S', 1, 1, 0, 0), "5/15/2001", Message::None},
+    {row('S', 0, 1, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('S', 1, 0, 9, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('S', 1, 1, 0, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('D', 1, 1, 0, 0), "5/15/2001", Message::None},
+    {row('D', 0, 1, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('D', 1, 0, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('D', 1, 1, 1, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('D', 1, 1, 0, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('U', 1, 1, 0, 0), "5/15/2001", Message::None},
+    {row('U', 0, 1, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('U', 1, 0, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('U', 1, 1, 1, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('U', 1, 1, 0, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('C', 0, 0, 0, 1), "5/15/2001", Message::None},
+    {row('C', 0, 0, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('C', 1, 0, 0, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('C', 0, 1, 0, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('C', 0, 0, 1, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('F', 0, 0, 1, 0), "5/15/2001", Message::None},
+    {row('F', 0, 0, 0, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('F', 1, 0, 1, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('F', 0, 1, 1, 0), "5/15/2001", Message::RecordNotSaved},
+    {row('F', 0, 0, 1, 1), "5/15/2001", Message::RecordNotSaved},
+    {row('B', .0001, .0001, 0, 0), "5/15/2001", Message::None},
+    {EntryRow{}, "", Message::NoType},
+    {EntryRow{}, "5/15/2001", Message::NoType},
+    {row('B', 0, 0, 0, 0), "", Message::NoDate},
+    {row('B', 1, 1, 0, 0), "  ", Message::NoDate},
+    {row('B', 0, 0, 0, 0), "2/30/2001", Message::DateFormat},
+    {row('B', 1, 1, 0, 0), "today", Message::DateFormat},
 };
 
 TEST(CheckEntry, AsksForExactlyTheTypesValues) {
@@ -117,10 +118,11 @@ TEST(CheckEntry, AsksForExactlyTheTypesValues) {
     Date typed;
     const std::string what = std::string(c.row.type ? 1 : 0, c.row.type ? c.row.type->code : ' ');
     EXPECT_EQ(checkEntry(c.row, c.date, kFormat, false, typed), c.message) << what << ' ' << c.date;
-    if (c.message == 0) {
+    if (c.message == Message::None) {
       EXPECT_EQ(typed, date(2001, 5, 15));
     }
-    const int correcting = c.message == 20 ? 29 : c.message;
+    const Message correcting =
+        c.message == Message::RecordNotSaved ? Message::RecordNotCorrected : c.message;
     EXPECT_EQ(checkEntry(c.row, c.date, kFormat, true, typed), correcting) << what;
   }
 }
@@ -149,25 +151,25 @@ TEST(LeaveAmountBox, StoresOnlyWhatWasTyped) {
   Global global;
   Currency stored = money(5);
   bool outOfRange = false;
-  EXPECT_FALSE(leaveAmountBox(global, stored, outOfRange, "7").changed);
+  EXPECT_FALSE(leaveAmountBox(global.boxes, stored, outOfRange, "7").changed);
   EXPECT_EQ(stored, money(5));
-  global.BoxEdited = 1;
-  const BoxLeft left = leaveAmountBox(global, stored, outOfRange, "1234.56789");
+  global.boxes.BoxEdited = 1;
+  const BoxLeft left = leaveAmountBox(global.boxes, stored, outOfRange, "1234.56789");
   EXPECT_TRUE(left.changed);
   EXPECT_EQ(left.text, "1,234.5679");
   EXPECT_EQ(stored.tenThousandths(), 12345679);
-  EXPECT_EQ(global.BoxEdited, 0);
-  global.BoxEdited = 1;
-  EXPECT_EQ(leaveAmountBox(global, stored, outOfRange, "").text, "0.0000");
-  global.BoxEdited = 1;
+  EXPECT_EQ(global.boxes.BoxEdited, 0);
+  global.boxes.BoxEdited = 1;
+  EXPECT_EQ(leaveAmountBox(global.boxes, stored, outOfRange, "").text, "0.0000");
+  global.boxes.BoxEdited = 1;
   const BoxLeft refused =
-      leaveAmountBox(global, stored = money(5), outOfRange, "999999999999999999");
-  EXPECT_EQ(refused.message, 3);
+      leaveAmountBox(global.boxes, stored = money(5), outOfRange, "999999999999999999");
+  EXPECT_EQ(refused.message, Message::WrongEntry);
   EXPECT_TRUE(refused.refused);
   EXPECT_TRUE(outOfRange);
   EXPECT_FALSE(refused.changed) << "it stands as typed";
   EXPECT_EQ(stored, money(5));
-  EXPECT_EQ(global.BoxEdited, 0) << "and is told once";
+  EXPECT_EQ(global.boxes.BoxEdited, 0) << "and is told once";
 }
 
 TEST(EntryHelp, BeginsAndEndsAsRequiredAndShowsARowForEachType) {

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "base/text.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+namespace mirelund {
+namespace {
+
+TEST(Text, CountsCodePoints) {
+  EXPECT_EQ(characterCount("Zürich 株"), 8U);
+  EXPECT_EQ(firstCharacters("Zürich", 2), "Zü");
+  EXPECT_EQ(firstCharacters("Zü", 9), "Zü");
+}
+
+// Table 3-7 of the Unicode standard: the ends of each row, and what is just
+// outside of them.
+TEST(Text, Utf8IsWellFormedOrNot) {
+  for (const char* text :
+       {"", "plain", "é", "株", "😀", "\x7f", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF",
+        "\xEE\x80\x80", "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})
+    EXPECT_TRUE(isUtf8(text)) << text;
+  for (const char* text :
+       {"\x80", "\xC0\x80", "\xC1\xBF", "\xC3", "\xC3(", "\xE0\x9F\xBF", "\xE2\x82", "\xED\xA0\x80",
+        "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF", "caf\xE9", "a\xE9z"})
+    EXPECT_FALSE(isUtf8(text)) << text;
+}
+
+TEST(Text, BytesAreShownAsUtf8OrWindows1252) {
+  EXPECT_EQ(displayText("Zürich"), "Zürich");
+  EXPECT_EQ(displayText("Z\xFCrich"), "Zürich");
+  EXPECT_EQ(displayText("\x80 5 \x93x\x94 \x85 \x8A\x9F"), "€ 5 “x” … ŠŸ");
+  EXPECT_EQ(displayText("\xA0\xFF"), "\xC2\xA0ÿ");
+  // Five bytes stand for nothing.
+  EXPECT_EQ(displayText("\x81\x8D\x8F\x90\x9D"), "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
+}
+
+RC_GTEST_PROP(Text, WhateverIsShownIsUtf8, (const std::string& bytes)) {
+  RC_ASSERT(isUtf8(displayText(bytes)));
+}
+
+}  // namespace
+}  // namespace mirelund

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The boxes of all calculators, by page.
+#pragma once
+
+#include <array>
+#include <span>
+#include <string_view>
+
+#include "calc/capital_required.h"
+#include "calc/compound_gain.h"
+#include "calc/investment_growth.h"
+#include "calc/mortgage.h"
+#include "calc/pension_growth.h"
+#include "calc/retirement_income.h"
+
+namespace mirelund {
+
+/// In tab order.
+inline constexpr std::array<std::span<const BoxRule>, 6> kBoxTables = {
+    kPensionGrowthBoxes,    kMortgageBoxes,     kInvestmentGrowthBoxes,
+    kRetirementIncomeBoxes, kCompoundGainBoxes, kCapitalRequiredBoxes};
+
+/// Calls `use(page, rule)` for every row.
+template <typename Use>
+void forEachBox(Use use) {
+  for (std::size_t page = 0; page < kBoxTables.size(); ++page)
+    for (const BoxRule& rule : kBoxTables[page]) use(static_cast<int>(page), rule);
+}
+
+}  // namespace mirelund

@@ -1,0 +1,126 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Databases, amounts and temporary folders for the manager's tests.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <string>
+
+#include "manager/database/fund_database.h"
+
+namespace mirelund {
+
+inline Currency money(double value) {
+  return ToCurrency(value);
+}
+
+inline Date date(int year, int month, int day) {
+  return *Date::of(year, month, day);
+}
+
+/// A folder that goes with the test.
+class Folder {
+ public:
+  Folder() {
+    std::string name = (std::filesystem::temp_directory_path() / "mirelund-test-XXXXXX").string();
+    path_ = mkdtemp(name.data());
+    std::filesystem::permissions(path_, std::filesystem::perms::all);
+  }
+  ~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+
+  std::string file(const std::string& name) const { return path_ + "/" + name; }
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+inline std::string contents(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(in), {}};
+}
+
+inline void write(const std::string& path, const std::string& bytes) {
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+/// `count` records in `funds` funds, each value another, sorted by date.
+inline Database madeDatabase(int funds, int count) {
+  Database database;
+  for (int i = 1; i <= funds; ++i) addFund(database, "Fund " + std::string(1, char('A' + i)));
+  for (int i = 1; i <= count; ++i) {
+    Record& record = database.RecordTable[static_cast<std::size_t>(i)];
+    record.fund = Currency::whole(1 + i % funds);
+    record.price = Currency::fromTenThousandths(100'000 + i * 37);
+    record.shares = Currency::whole(10 + i);
+    record.fees = Currency::fromTenThousandths(i * 2500);
+    record.bookValue = record.price * record.shares + record.fees;
+    record.date = date(2001 + i / 300, 1 + i / 28 % 12, 1 + i % 28);
+    record.type = 'B';
+    record.number = static_cast<std::int16_t>(i);
+  }
+  database.RecordCount = static_cast<std::int16_t>(count);
+  SortRecords(database);
+  return database;
+}
+
+inline rc::Gen<Currency> anyAmount() {
+  return rc::gen::map(
+      rc::gen::oneOf(rc::gen::inRange<std::int64_t>(-20'000, 20'000),
+                     rc::gen::inRange<std::int64_t>(std::numeric_limits<std::int64_t>::min(),
+                                                    std::numeric_limits<std::int64_t>::max()),
+                     rc::gen::just(std::numeric_limits<std::int64_t>::min()),
+                     rc::gen::just(std::numeric_limits<std::int64_t>::max())),
+      Currency::fromTenThousandths);
+}
+
+inline rc::Gen<Date> anyDate() {
+  return rc::gen::map(rc::gen::tuple(rc::gen::inRange(100, 10000), rc::gen::inRange(1, 13),
+                                     rc::gen::inRange(1, 32)),
+                      [](const std::tuple<int, int, int>& parts) {
+                        const auto [year, month, day] = parts;
+                        return Date::of(year, month, day).value_or(*Date::of(year, month, 28));
+                      });
+}
+
+/// Funds with names of any bytes that may be in one; records with any amounts,
+/// sorted by date.
+inline rc::Gen<Database> anyDatabase() {
+  return rc::gen::exec([] {
+    Database database;
+    const auto byte = rc::gen::suchThat(rc::gen::arbitrary<char>(), [](char c) {
+      return c != '"' && c != '\r' && c != '\n' && c != '\0';
+    });
+    const int funds = *rc::gen::inRange(0, kMostFunds + 1);
+    for (int i = 0; i < funds; ++i)
+      addFund(database, *rc::gen::nonEmpty(rc::gen::container<std::string>(byte)));
+    const int count = funds == 0 ? 0 : *rc::gen::inRange(0, 40);
+    for (int i = 1; i <= count; ++i) {
+      Record& record = database.RecordTable[static_cast<std::size_t>(i)];
+      record.fund = Currency::whole(*rc::gen::inRange(1, funds + 1));
+      record.price = *anyAmount();
+      record.shares = *anyAmount();
+      record.fees = *anyAmount();
+      record.dividend = *anyAmount();
+      record.bookValue = *anyAmount();
+      record.type = *rc::gen::elementOf(std::string("BSCDFU"));
+      record.date = *anyDate();
+    }
+    database.RecordCount = static_cast<std::int16_t>(count);
+    SortRecords(database);
+    return database;
+  });
+}
+
+}  // namespace mirelund

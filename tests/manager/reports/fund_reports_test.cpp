@@ -1,0 +1,234 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/reports/fund_reports.h"
+
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+
+#include "app/report_line.h"
+#include "manager/database/data_file.h"
+#include "manager/database/databases.h"
+
+namespace mirelund {
+namespace {
+
+constexpr ShortDateFormat kFormat{};
+const std::string kGolden = MIRELUND_TEST_DATA "/golden/";
+
+std::vector<std::string> linesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  for (std::size_t at = 0; at < text.size();) {
+    const auto end = text.find(NewLine, at);
+    lines.push_back(text.substr(at, end - at));
+    at = end + NewLine.size();
+  }
+  return lines;
+}
+
+Database opened(const std::string& path) {
+  return parseDatabase(contents(path)).value();
+}
+
+// The expected texts were derived from the data file apart from the program, by
+// golden/derive.py.
+TEST(FundReports, MatchTheDerivedTexts) {
+  for (const auto& [path, name] :
+       {std::pair(kGolden + "six_types.PQD", "six_types"),
+        std::pair(std::string(MIRELUND_DATA "/DtaSampl.PQD"), "DtaSampl")}) {
+    const Database database = opened(path);
+    CurrencyTable totals(kTotalsRows, kTotalsColumns);
+    std::string blocks;
+    for (std::int16_t row = 1; row <= database.FundCount; ++row) {
+      const Fund& fund = database.FundTable[static_cast<std::size_t>(row)];
+      EXPECT_EQ(recordList(database, fundNumber(fund), kFormat, totals),
+                contents(kGolden + name + ".list" + std::to_string(row) + ".txt"))
+          << fund.name;
+      const FundReport one = transactionReport(database, row, kFormat, totals);
+      ASSERT_EQ(one.blocks.size(), 1U);
+      EXPECT_EQ(one.blocks[0].firstLine, 0U);
+      EXPECT_EQ(one.blocks[0].fundRow, row);
+      blocks += one.text;
+    }
+    const std::string all = allFundsReport(database, kFormat, totals).text;
+    EXPECT_EQ(all, contents(kGolden + name + ".funds.txt"));
+    // The same blocks, and one more line.
+    EXPECT_EQ(all.substr(0, blocks.size()), blocks);
+    EXPECT_EQ(linesOf(all.substr(blocks.size())).size(), 1U);
+  }
+}
+
+TEST(FundReports, AFundWithoutRecordsShowsZeros) {
+  Database database;
+  addFund(database, "Empty");
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const auto lines = linesOf(recordList(database, 1, kFormat, totals));
+  ASSERT_EQ(lines.size(), 5U);
+  EXPECT_EQ(lines[2], std::string(96, '_'));
+  EXPECT_EQ(lines[3], lines[2]);
+  EXPECT_EQ(lines[4],
+            "Total:                                 .0000        .00     "
+            "   .00        .00         .00");
+  const auto report = linesOf(transactionReport(database, 1, kFormat, totals).text);
+  ASSERT_EQ(report.size(), 6U);
+  EXPECT_EQ(
+      report[4],
+      "Total:                                 .0000        .00      .0000        .00          "
+      ".00");
+  EXPECT_EQ(report[5], "Average cost per share = 0.0000");
+}
+
+TEST(FundReports, ACashDividendAloneHasANegativeBookValue) {
+  Database database;
+  addFund(database, "Cash");
+  database.RecordTable[1] = {Currency::whole(1), {}, {}, {}, money(100), money(-100),
+                             date(2001, 5, 15),  1,  'C'};
+  database.RecordCount = 1;
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  recordList(database, 1, kFormat, totals);
+  EXPECT_EQ(totals.at(31, 1), money(-100));
+  EXPECT_EQ(totals.at(31, 5), money(100));
+}
+
+TEST(FundReports, Row31HoldsTheFundsTotals) {
+  // Birch of six_types.PQD, by hand.
+  const Database database = opened(kGolden + "six_types.PQD");
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const auto expectBirch = [&] {
+    EXPECT_EQ(totals.at(31, 0), money(170));   // 100 - 20 + 10 - 5 + 85
+    EXPECT_EQ(totals.at(31, 1), money(900));   // 1050 - 150 - 100 + 100
+    EXPECT_EQ(totals.at(31, 2), money(1050));  // without the sale
+    EXPECT_EQ(totals.at(31, 3), money(95));    // 10 + 85
+    EXPECT_EQ(totals.at(31, 4), money(200));   // 50 + 50 + 100
+    EXPECT_EQ(totals.at(31, 5), money(100));
+  };
+  recordList(database, 1, kFormat, totals);
+  expectBirch();
+  EXPECT_EQ(totals.at(31, 6), money(50.0085));  // 100 - 50 + .0085
+  transactionReport(database, 2, kFormat, totals);
+  expectBirch();
+  EXPECT_EQ(totals.at(31, 6), Currency());
+  allFundsReport(database, kFormat, totals);
+  EXPECT_EQ(totals.at(31, 0), money(5108.2716));  // 4938.2716 + 170 + 0
+  EXPECT_EQ(totals.at(31, 3), money(95));
+}
+
+TEST(FundReports, LeaveTheRowsOfTheLastValuation) {
+  const Database database = opened(kGolden + "six_types.PQD");
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  for (std::size_t row = 0; row < 31; ++row)
+    for (std::size_t column = 0; column < 7; ++column) totals.at(row, column) = money(7);
+  recordList(database, 1, kFormat, totals);
+  transactionReport(database, 1, kFormat, totals);
+  allFundsReport(database, kFormat, totals);
+  for (std::size_t row = 0; row < 31; ++row)
+    for (std::size_t column = 0; column < 7; ++column) EXPECT_EQ(totals.at(row, column), money(7));
+}
+
+struct Average {
+  const char* source;
+  double shares, book, average;
+};
+
+TEST(FundTotals, AverageIsTakenOnlyAboveTheLeastHolding) {
+  constexpr Average kCases[] = {
+      {"1000 / 3 to four decimals", 3, 1000, 333.3333},
+      {"nothing held", 0, -475, 0},
+      {"0.005 is not enough", .005, 10, 0},
+      {"0.0051 is: 10 / .0051", .0051, 10, 1960.7843},
+      {"sales brought back more", 10, -25, -2.5},
+      {"more sold than held", -10, 25, 0},
+  };
+  for (const auto& c : kCases) {
+    Record record;
+    record.shares = money(c.shares);
+    record.bookValue = money(c.book);
+    FundTotals totals;
+    totals.add(record);
+    EXPECT_EQ(totals.averageCost(), money(c.average)) << c.source;
+  }
+}
+
+TEST(FundReports, DateColumnStartsAtTheEleventhCharacter) {
+  const Database database = opened(kGolden + "six_types.PQD");
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const auto format = shortDateFormat("dd.MM.yyyy");
+  const auto lines = linesOf(recordList(database, 1, format, totals));
+  for (std::size_t i = 3; i < 10; ++i) EXPECT_EQ(lines[i].substr(16, 4), "2001") << lines[i];
+  EXPECT_EQ(lines[3].substr(0, 20), "Bought    02.01.2001");
+}
+
+RC_GTEST_PROP(FundReports, EveryLineHasItsWidth, ()) {
+  const Database database = *anyDatabase();
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  try {
+    for (std::int16_t row = 1; row <= database.FundCount; ++row) {
+      const auto number = fundNumber(database.FundTable[static_cast<std::size_t>(row)]);
+      for (const auto& line : linesOf(recordList(database, number, kFormat, totals)))
+        RC_ASSERT(line.size() == 96U || line.starts_with("Total:"));
+    }
+    const FundReport all = allFundsReport(database, kFormat, totals);
+    for (const auto& line : linesOf(all.text))
+      RC_ASSERT(line.size() == 90U || line.starts_with("Average cost per share = "));
+  } catch (const ArithmeticError&) {
+    // Amounts this large have no totals.
+  }
+}
+
+RC_GTEST_PROP(FundReports, CheckTotalsThrowsWhereTheReportDoes, ()) {
+  const Database database = *anyDatabase();
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const auto throws = [](auto use) {
+    try {
+      use();
+      return false;
+    } catch (const ArithmeticError&) {
+      return true;
+    }
+  };
+  const bool checked = throws([&] { checkTotals(database); });
+  bool lists = throws([&] { allFundsReport(database, kFormat, totals); });
+  for (std::int16_t fund = 1; fund <= database.FundCount; ++fund)
+    lists = lists || throws([&] { recordList(database, fund, kFormat, totals); });
+  RC_ASSERT(checked == lists);
+}
+
+TEST(FundReports, LabelFollowsTheBlocks) {
+  const Database database = opened(MIRELUND_DATA "/DtaSampl.PQD");
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const FundReport report = allFundsReport(database, kFormat, totals);
+  const auto lines = linesOf(report.text);
+  ASSERT_EQ(report.blocks.size(), 6U);
+  for (const FundBlock& block : report.blocks) {
+    EXPECT_TRUE(lines[block.firstLine].starts_with("Trans-"));
+    if (block.firstLine > 0) {
+      EXPECT_TRUE(lines[block.firstLine - 1].starts_with("Average cost per share = "));
+    }
+    EXPECT_EQ(fundAtLine(report.blocks, block.firstLine), block.fundRow);
+  }
+  EXPECT_EQ(fundAtLine(report.blocks, report.blocks[1].firstLine - 1), 1);
+  EXPECT_EQ(fundAtLine(report.blocks, lines.size()), 6);
+  EXPECT_EQ(fundAtLine({}, 0), 0);
+}
+
+TEST(FundReports, TheLargestDatabaseFitsTheBox) {
+  const Database database = madeDatabase(18, 600);
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const FundReport report = allFundsReport(database, kFormat, totals);
+  EXPECT_EQ(report.blocks.size(), 18U);
+  EXPECT_LE(report.text.size(), kReportCapacity);
+  EXPECT_EQ(linesOf(report.text).size(), 600U + 18U * 6U + 1U);
+}
+
+TEST(FundReports, FundsThatShareANumberCanOutgrowTheBox) {
+  Database database = madeDatabase(18, 600);
+  for (Fund& fund : database.funds()) fund.number = "1";
+  for (Record& record : database.records()) record.fund = Currency::whole(1);
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const FundReport report = allFundsReport(database, kFormat, totals);
+  EXPECT_EQ(report.text, "Cannot Display all funds, not enough text space.");
+  EXPECT_TRUE(report.blocks.empty());
+}
+
+}  // namespace
+}  // namespace mirelund

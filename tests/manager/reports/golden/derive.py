@@ -1,8 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Derives the expected reports from a data file by decimal arithmetic, apart
-from the program: python3 derive.py DATABASE DIRECTORY. Run by hand when a
-report is meant to change; no test runs it."""
+from the program:
+
+    derive.py [--check] DATABASE DIRECTORY
+
+writes them into the directory, or with --check compares them with what is there.
+They are written by nothing else."""
 import sys
 from decimal import ROUND_HALF_EVEN, ROUND_HALF_UP, Decimal, getcontext
 from pathlib import Path
@@ -144,17 +148,28 @@ def current_value(funds, rows, price):
 
 
 def main():
-    database, directory = Path(sys.argv[1]), Path(sys.argv[2])
+    check = sys.argv[1] == "--check"
+    database, directory = (Path(word) for word in sys.argv[-2:])
     funds, rows = read(database)
     stem = directory / database.stem
 
+    differing = []
+
     def write(kind, lines):
-        Path(f"{stem}.{kind}.txt").write_bytes("".join(l + "\r\n" for l in lines).encode())
+        path = Path(f"{stem}.{kind}.txt")
+        derived = "".join(l + "\r\n" for l in lines).encode()
+        if not check:
+            path.write_bytes(derived)
+        elif path.read_bytes() != derived:
+            differing.append(path)
 
     for number, (_, fund) in enumerate(funds, 1):
         write(f"list{number}", record_list(rows, fund))
     write("funds", all_funds(funds, rows))
     write("value", current_value(funds, rows, Decimal("20.00")))
+    for path in differing:
+        print(f"{path} is not what is derived from {database}")
+    return 1 if differing else 0
 
 
-main()
+sys.exit(main())

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -177,43 +176,31 @@ inline bool unitsOf(double value, const Pattern& pattern, Units& units) {
   return unitsByDigits(magnitude, places, units.magnitude);
 }
 
-inline constexpr auto kTens = [] {
-  std::array<std::uint64_t, 20> tens{1};
-  for (std::size_t i = 1; i < tens.size(); ++i) tens[i] = 10 * tens[i - 1];
-  return tens;
-}();
-
-// By how many characters there are, the units that surely fit behind a point and
-// so many decimals.
-consteval std::array<std::uint64_t, 27> unitsThatFit(std::size_t decimals) {
-  std::array<std::uint64_t, 27> fit{};
-  for (std::size_t width = decimals + 2; width < fit.size(); ++width) {
-    std::size_t integer = 0;
-    while (integer + decimals < 19 && integer + 1 + integer / 3 + 1 + decimals <= width) ++integer;
-    fit[width] = kTens[integer + decimals] - 1;
+// By how many decimals there are and how many characters, the units that surely
+// fit: digits, their commas, and a point.
+inline constexpr std::size_t kWidths = 27;
+inline constexpr auto kUnitsThatFit = [] {
+  std::array<std::array<std::uint64_t, kWidths>, 5> fit{};
+  for (std::size_t decimals = 0; decimals < fit.size(); ++decimals) {
+    for (std::size_t width = decimals + 2; width < kWidths; ++width) {
+      std::uint64_t units = 1;
+      for (std::size_t i = 0; i < decimals; ++i) units *= 10;
+      std::size_t integer = 0;
+      while (integer + decimals < 19 && integer + 1 + integer / 3 + 1 + decimals <= width) {
+        ++integer;
+        units *= 10;
+      }
+      fit[decimals][width] = units - 1;
+    }
   }
   return fit;
-}
-
-// The form of every amount, and of prices and numbers of shares.
-inline constexpr auto kAmountsThatFit = unitsThatFit(2);
-inline constexpr auto kSharesThatFit = unitsThatFit(4);
+}();
 
 // Whether the pattern surely shows these units in `width` characters.
 inline bool fits(Units units, const Pattern& pattern, std::size_t width) {
-  // The shortest form: a sign, a digit, the point and its decimals, a percent sign.
-  if (width < pattern.decimals + std::size_t{4}) return false;
-  width -= units.negative ? 1 : 0;
-  if (pattern.decimals == 2 && !pattern.percent && width < kAmountsThatFit.size())
-    return units.magnitude <= kAmountsThatFit[width];
-  if (pattern.decimals == 4 && !pattern.percent && width < kSharesThatFit.size())
-    return units.magnitude <= kSharesThatFit[width];
-  // 1233 / 4096 is just above the decimal logarithm of 2.
-  const auto guess = static_cast<std::size_t>(std::bit_width(units.magnitude)) * 1233 / 4096;
-  const std::size_t digits = guess + (units.magnitude >= kTens[guess] ? 1 : 0);
-  const std::size_t decimals = pattern.decimals;
-  const std::size_t integer = digits > decimals ? digits - decimals : 1;
-  return integer + integer / 3 + decimals + 2 <= width;  // a point, a percent sign
+  const std::size_t signs = (units.negative ? 1U : 0U) + (pattern.percent ? 1U : 0U);
+  if (width < signs + pattern.decimals + 2) return false;
+  return units.magnitude <= kUnitsThatFit[pattern.decimals][std::min(width - signs, kWidths - 1)];
 }
 
 // The longest 64-bit number, grouped, signed, with a point, a percent sign and a

@@ -20,8 +20,8 @@ std::string roundedDigits(double value, int places) {
   digits.append(text + 2, 14);
   int exponent = 0;
   std::from_chars(text[17] == '+' ? text + 18 : text + 17, end, exponent);
-  const int kept = exponent + 1 + places;  // digits before the cut
-  if (kept < 0) return {};
+  // Digits before the cut. None asks for a number below a tenth of a unit.
+  const int kept = exponent + 1 + places;
   if (kept >= 15) {
     digits.append(static_cast<std::size_t>(kept) - 15, '0');
     return digits;
@@ -36,8 +36,6 @@ std::string roundedDigits(double value, int places) {
     else
       digits.insert(digits.begin(), '1');
   }
-  const auto first = digits.find_first_not_of('0');
-  digits.erase(0, std::min(first, digits.size()));
   return digits;
 }
 

@@ -59,8 +59,8 @@ Currency detail::ToCurrencyInDoubt(double value) {
     const double aboveHalf = (rest - 0.5) + (lost - whole);
     up = aboveHalf > 0.0 || (aboveHalf == 0.0 && units % 2 != 0);
   }
-  require(!__builtin_add_overflow(units, static_cast<std::int64_t>(up), &units), kBeyondCurrency);
-  return Currency::fromTenThousandths(units);
+  // A count near the end of the range is whole, and is not rounded up.
+  return Currency::fromTenThousandths(units + (up ? 1 : 0));
 }
 
 }  // namespace mirelund

@@ -75,7 +75,7 @@ BarChart::BarChart(QWidget* parent)
   connect(this, &QCustomPlot::beforeReplot, this, &BarChart::fitCategories);
 }
 
-void BarChart::draw(ChartView view) {
+void BarChart::setView(ChartView view) {
   view_ = std::move(view);
   title_->setText(toQString(view_.title));
   secondCaption_->setText(toQString(view_.secondCaption));

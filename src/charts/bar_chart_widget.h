@@ -17,7 +17,7 @@ class BarChart : public QCustomPlot {
  public:
   explicit BarChart(QWidget* parent);
 
-  void draw(ChartView view);
+  void setView(ChartView view);
 
   /// Pixels drawn for one of the screen's.
   void setFineness(double ratio);

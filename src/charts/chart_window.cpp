@@ -78,7 +78,7 @@ void PQGraph::showManagerView(ManagerView view) {
 void PQGraph::show(ChartView view) {
   setWindowTitle(toQString(view.caption));
   const Message message = view.message;
-  MSChart1_->draw(std::move(view));
+  MSChart1_->setView(std::move(view));
   if (message != Message::None) prompts_.tell(this, message);
 }
 

@@ -55,6 +55,12 @@ TEST(InputBoxes, AreTwentyNine) {
   EXPECT_EQ(names.size(), 29U);
 }
 
+TEST(InputBoxes, ANameThatIsNoneThrows) {
+  EXPECT_THROW(rule("CGInNothing"), std::out_of_range);
+  EXPECT_EQ(rule("CRInTimeInYrs", 1).option, 0) << "no row of the option's own";
+  EXPECT_EQ(rule("CRInCapitalReq", 1).option, 1);
+}
+
 struct Initial {
   const char* box;
   int option;

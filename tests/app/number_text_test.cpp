@@ -197,6 +197,77 @@ TEST(Columns, KeepWithinTheNarrowestFields) {
   check("###.00%");
 }
 
+struct Optional {
+  const char* source;
+  double value;
+  const char* two;   // "##.##"
+  const char* four;  // "###.####"
+  const char* one;   // "#.#"
+};
+
+// Optional places show nothing for a zero at the end, and only there.
+TEST(FormatNumber, DropsOptionalZerosFromTheEnd) {
+  constexpr Optional kCases[] = {
+      {"no fraction", 25, "25.", "25.", "25."},
+      {"one digit", 0.5, ".5", ".5", ".5"},
+      {"a zero inside stays", 1.05, "1.05", "1.05", "1.1"},
+      {"a zero at the end goes", 1.5, "1.5", "1.5", "1.5"},
+      {"two zeros at the end go", 1.05, "1.05", "1.05", "1.1"},
+      {"a zero inside four", 1.0203, "1.02", "1.0203", "1."},
+      {"half away from zero in one place", 0.25, ".25", ".25", ".3"},
+      {"just below", 0.2499, ".25", ".2499", ".2"},
+      {"rounded up to the next whole", 9.96, "9.96", "9.96", "10."},
+      {"nothing", 0, ".", ".", "."},
+      {"more digits than 64 bits hold", 1e20, "100000000000000000000.", "100000000000000000000.",
+       "100000000000000000000."},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(FormatNumber(c.value, "##.##"), c.two) << c.source;
+    EXPECT_EQ(FormatNumber(c.value, "###.####"), c.four) << c.source;
+    EXPECT_EQ(FormatNumber(c.value, "#.#"), c.one) << c.source;
+    if (c.value > 1e14) continue;
+    EXPECT_EQ(FormatNumber(ToCurrency(c.value), "##.##"), c.two) << c.source;
+    EXPECT_EQ(FormatNumber(ToCurrency(c.value), "###.####"), c.four) << c.source;
+    EXPECT_EQ(FormatNumber(ToCurrency(c.value), "#.#"), c.one) << c.source;
+  }
+}
+
+// Every column is RightJustify of the number's text, whatever the way it is made.
+TEST(AppendColumn, FitsOrIsCutAtEveryWidth) {
+  for (const double value :
+       {0.0, 1.0,         9.99, 12.5, 99.0, 100.0,  999.99, 1000.0, 12345.678, 999999.0,
+        1e6, 123456789.0, 1e9,  1e12, 9e14, -0.004, -1.0,   -12.5,  -1234.5,   -1e9})
+    for (const Pattern pattern :
+         {Pattern("##"), Pattern("####,##0"), Pattern("#.#"), Pattern("##.##"), Pattern("###.000"),
+          Pattern("####,,###.00"), Pattern("####,,##0.0000"), Pattern("###.00%"),
+          Pattern("###.000%"), Pattern("#,##0%")})
+      for (std::size_t width = 0; width < 34; ++width) {
+        if (pattern.percent && value > 1e12) continue;
+        const std::string number = FormatNumber(value, pattern);
+        std::string column = "x";
+        appendColumn(column, value, pattern, width);
+        EXPECT_EQ(column, "x" + RightJustify(number, width));
+        const Currency amount = ToCurrency(value);
+        column.clear();
+        appendColumn(column, amount, pattern, width);
+        EXPECT_EQ(column, RightJustify(FormatNumber(amount, pattern), width));
+        setMoney(column, value, pattern, width);
+        EXPECT_EQ(column, RightJustify("$" + number, width));
+        setMoney(column, amount, pattern, width);
+        EXPECT_EQ(column, RightJustify("$" + FormatNumber(amount, pattern), width));
+        setColumn(column, amount, pattern, width);
+        EXPECT_EQ(column, RightJustify(FormatNumber(amount, pattern), width));
+      }
+}
+
+TEST(FormatNumber, AHundredfoldMustBeAnAmount) {
+  // 92,233,720,368,547.7580 x 100 is the last one.
+  EXPECT_EQ(FormatNumber(Currency::fromTenThousandths(92'233'720'368'547'758), "#.00%"),
+            "922337203685477.58%");
+  EXPECT_THROW(FormatNumber(Currency::fromTenThousandths(92'233'720'368'547'759), "#.00%"),
+               ArithmeticError);
+}
+
 RC_GTEST_PROP(RightJustify, IsExactlyItsWidth, (const std::string& text)) {
   const auto width = *rc::gen::inRange<std::size_t>(0, 50);
   std::string ascii = text;

@@ -199,6 +199,10 @@ TEST(ChartData, TheManagerHasThreeViews) {
   view = makeChartView(global.boxes, global.reports, global.chart, ManagerView::TotalValue);
   EXPECT_EQ(view.title, "Current value of each company/fund");
   EXPECT_EQ(view.series[0].values, (Values{103, 203}));
+  global.chart.ChartNames = {"", "Beta"};
+  EXPECT_EQ(makeChartView(global.boxes, global.reports, global.chart).categories,
+            (Texts{"1", "Beta"}))
+      << "a fund without a name is shown by its number";
   global.chart.ChartNames.clear();
   EXPECT_EQ(
       makeChartView(global.boxes, global.reports, global.chart, ManagerView::TotalValue).categories,
@@ -274,6 +278,7 @@ TEST(ChartData, LabelsAreThinnedWhenTheyWouldTouch) {
   EXPECT_EQ(labelStep(1, 14), 20U);
   EXPECT_EQ(labelStep(14, 14), 2U) << "touching is too near";
   EXPECT_EQ(labelStep(0, 14), 1U);
+  EXPECT_EQ(labelStep(1e-9, 14), 1'000'000U) << "no chart is that narrow";
 }
 
 }  // namespace

@@ -353,6 +353,22 @@ TEST_F(ManagerTest, AValueBoxStoresOnlyIfEdited) {
   EXPECT_EQ(manager.state().entry.value(EntryBox::Price), money(1234.5));
 }
 
+TEST_F(ManagerTest, RowsThatAreNoneHaveNoName) {
+  addFund("Amber");
+  EXPECT_EQ(manager.fundName(0), "");
+  EXPECT_EQ(manager.fundName(1), "Amber");
+  EXPECT_EQ(manager.fundName(2), "");
+  EXPECT_EQ(manager.correctingDateText(), "") << "nothing is corrected";
+}
+
+TEST_F(ManagerTest, OnlyAnActiveFundWithoutRecordsIsDeleted) {
+  EXPECT_EQ(manager.deleteFund(), Message::FundNotSelected);
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  EXPECT_EQ(manager.deleteFund(), Message::FundNotSelected);
+  EXPECT_EQ(manager.fundsText(), "Funds: 1");
+}
+
 // --- files ------------------------------------------------------------------------
 
 TEST_F(ManagerTest, SavesAndOpensByteForByte) {

@@ -208,6 +208,37 @@ TEST(FundDatabase, FindsRecordsByTheirPlaceInTheFund) {
   EXPECT_EQ(firstEmptyFund(database), 1);
 }
 
+TEST(FundDatabase, EqualsWhatHoldsTheSameAlone) {
+  const Database database = madeDatabase(2, 4);
+  const auto differs = [&](auto change) {
+    Database other = database;
+    change(other);
+    EXPECT_FALSE(other == database);
+    EXPECT_FALSE(database == other);
+  };
+  EXPECT_EQ(Database(database), database);
+  differs([](Database& d) { d.FundTable[1].name += 'x'; });
+  differs([](Database& d) { d.FundTable[2].number = "3"; });
+  differs([](Database& d) { d.FundTable[kAllRecordsRow].name = "All"; });
+  differs([](Database& d) { d.FundTable[kAllRecordsRow].number = "30"; });
+  differs([](Database& d) { d.RecordTable[4].fees += Currency::whole(1); });
+  differs([](Database& d) { --d.RecordCount; });
+  differs([](Database& d) { --d.FundCount; });
+  Database beyond = database;
+  beyond.RecordTable[5].fees = Currency::whole(1);
+  beyond.FundTable[3].name = "gone";
+  EXPECT_EQ(beyond, database) << "rows that are not in use do not count";
+}
+
+TEST(FundDatabase, AFundWithoutANameNeedsNoRecords) {
+  Database database = madeDatabase(2, 4);
+  EXPECT_EQ(firstEmptyFund(database), 0);
+  database.FundTable[1] = {"", "9"};
+  EXPECT_EQ(firstEmptyFund(database), 0);
+  database.FundTable[1] = {"Named", "9"};
+  EXPECT_EQ(firstEmptyFund(database), 1);
+}
+
 TEST(FundNames, AreWhatAFileCanCarry) {
   for (const std::string& name :
        {std::string("a"), std::string("a,b"), std::string(" "), std::string("Zürich"),

@@ -315,6 +315,28 @@ class FilteredEditTest : public QObject {
     }
   }
 
+  void theDeleteCharacterNeverEnters() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    for (const char* name : {"CGInCostofInvest", "CGInNumOfYrs", "CGInNameOfInvest"}) {
+      QLineEdit* edit = program.box(name);
+      const QString before = edit->text();
+      QTest::mouseClick(edit, Qt::LeftButton);
+      QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(QChar(0x7F)));
+      QApplication::sendEvent(edit, &press);
+      QCOMPARE(edit->text(), before);
+      const QString entering = QString("1") + QChar(0x7F) + QString("2");
+      QGuiApplication::clipboard()->setText(entering);
+      QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+      QCOMPARE(edit->text(), before);
+      program.drop(edit, entering);
+      QCOMPARE(edit->text(), before);
+      compose(edit, entering);
+      QCOMPARE(edit->text(), before);
+      QCOMPARE(program.global.boxes.BoxEdited, 0);
+    }
+  }
+
   void undoingEverythingIsNoEdit() {
     ProgramFixture program;
     program.openCalculations(4);

@@ -30,7 +30,9 @@ constexpr Rounding kRoundings[] = {
     {"whole", 2.5, 25000},
     {"binary noise", 0.1 + 0.2, 3000},
     {"a large amount keeps its quarter", 922337203685477.25, 9223372036854772500},
-    {"a large negative amount", -922337203685477.5, -9223372036854775000},
+    // Doubles stand an eighth apart at the ends of ±922,337,203,685,477.5807.
+    {"the last double below the upper end", 922337203685477.5, 9223372036854775000},
+    {"the last double above the lower end", -922337203685477.5, -9223372036854775000},
     {"beyond 2^52 the lost fraction counts", 1000000000000.0001, 10000000000000001},
     // Here the product is rounded to a whole number before it can be looked at.
     {"a tie beyond 2^52, even below", 476094018439.53625, 4760940184395362},
@@ -49,9 +51,9 @@ TEST(ToCurrency, RoundsToTheNearestUnitTiesToEven) {
 
 TEST(ToCurrency, RefusesWhatLeavesTheRange) {
   for (const double value :
-       {922337203685477.75, -922337203685478.0, 1e15, 1e300, -1e300,
-        std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
-        std::numeric_limits<double>::quiet_NaN()})
+       {922337203685477.625, -922337203685477.625, 922337203685477.75, -922337203685478.0, 1e15,
+        1e300, -1e300, std::numeric_limits<double>::infinity(),
+        -std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()})
     EXPECT_THROW(ToCurrency(value), ArithmeticError) << value;
 }
 

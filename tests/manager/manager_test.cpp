@@ -517,6 +517,68 @@ TEST_F(ManagerTest, CurrentValueRefusesAnEmptyFundThenAMissingPrice) {
 }
 
 TEST_F(ManagerTest, OpeningClearsTotalsAndResults) {
+TEST_F(ManagerTest, APriceOutOfRangeGivesMessageThreeAndNoTable) {
+  ASSERT_EQ(open(madeDatabase(2, 4)), Message::None);
+  const auto price = [&](std::int16_t row, const std::string& text) {
+    global.boxes.BoxEdited = 1;
+    return manager.leavePriceBox(row, text).message;
+  };
+  EXPECT_EQ(price(1, "20"), Message::None);
+  EXPECT_EQ(price(2, "20"), Message::None);
+  ASSERT_EQ(manager.calculateCurrentValue().message, Message::None);
+  for (const char* text : {"922337203685477.625", "99999999999999999999"}) {
+    EXPECT_EQ(price(2, text), Message::WrongEntry) << text;
+    const Outcome outcome = manager.calculateCurrentValue();
+    EXPECT_EQ(outcome.message, Message::WrongEntry) << text;
+    EXPECT_TRUE(outcome.showResults) << text;
+    EXPECT_EQ(outcome.results, "") << text;
+    EXPECT_EQ(manager.state().CVResults, "") << text;
+    EXPECT_EQ(global.chart.ChartCount, 0) << text;
+    EXPECT_EQ(manager.graphCurrentValue(), Message::NothingToGraph) << text;
+  }
+  // The price itself is in the range, what it is worth is not.
+  EXPECT_EQ(price(2, "922337203685477.5"), Message::None);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::WrongEntry);
+  EXPECT_EQ(manager.state().CVResults, "");
+  EXPECT_EQ(price(2, "20"), Message::None);
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::None);
+  EXPECT_FALSE(manager.state().CVResults.empty());
+}
+
+TEST_F(ManagerTest, AFundWithoutANameIsOpenedListedAndValued) {
+  Database database = madeDatabase(2, 4);
+  database.FundTable[2].name.clear();
+  ASSERT_EQ(open(database), Message::None);
+  // Sorted first, by its empty name.
+  EXPECT_EQ(manager.fundNames(), (std::vector<std::string>{"", "Fund B"}));
+  const Outcome list = manager.chooseFund(1);
+  EXPECT_EQ(list.message, Message::None);
+  EXPECT_NE(list.results.find("Bought "), std::string::npos);
+  EXPECT_EQ(manager.checkFund(""), Message::None);
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  EXPECT_EQ(manager.showFund(1).message, Message::None);
+  EXPECT_EQ(manager.showAllFunds().report.blocks.size(), 2U);
+  for (const std::int16_t row : {std::int16_t{1}, std::int16_t{2}}) {
+    global.boxes.BoxEdited = 1;
+    EXPECT_EQ(manager.leavePriceBox(row, "20").message, Message::None);
+  }
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::None);
+  ASSERT_EQ(manager.SaveDatabase(folder.file("Again.PQD")).message, Message::None);
+  EXPECT_NE(contents(folder.file("Again.PQD")).find("\r\n\"\",\"2\"\r\n\"Fund B\",\"1\"\r\n"),
+            std::string::npos);
+}
+
+TEST_F(ManagerTest, AFundWithoutANameNeedsNoRecord) {
+  Database database = madeDatabase(1, 2);
+  mirelund::addFund(database, "");
+  ASSERT_EQ(open(database), Message::None);
+  for (const std::int16_t row : {std::int16_t{1}, std::int16_t{2}}) {
+    global.boxes.BoxEdited = 1;
+    manager.leavePriceBox(row, "20");
+  }
+  EXPECT_EQ(manager.calculateCurrentValue().message, Message::None);
+}
+
   ASSERT_EQ(open(madeDatabase(1, 3)), Message::None);
   global.boxes.BoxEdited = 1;
   manager.leavePriceBox(1, "20");

@@ -235,6 +235,10 @@ std::vector<Malformed> malformed() {
       {"a doubled quote in a name", with("Birch", "Bi\"\"rch")},
       {"a line end in a name", with("Birch", "Bi\r\nrch")},
       {"a NUL in a name", with("Birch", std::string("Bi\0rch", 6))},
+      {"a line feed in a name", with("Birch", "Bi\nrch")},
+      {"a line feed at a name's end", with("Birch", "Birch\n")},
+      {"a carriage return in a name", with("Birch", "Bi\rrch")},
+      {"a line feed in the header's name", with("All Records", "All\nRecords")},
       {"a name beyond the longest", with("Birch", std::string(kMostNameBytes + 1, 'x'))},
       {"a fund without a number", with("\"Birch\",\"1\"", "\"Birch\"")},
       {"an empty fund number", with("\"Birch\",\"1\"", "\"Birch\",\"\"")},
@@ -325,6 +329,58 @@ TEST(DataFile, EveryMalformedFileIsRefused) {
 }
 
 RC_GTEST_PROP(DataFile, AnyDatabaseComesBackTheSame, ()) {
+// A file whose every number is 10 or 9, and where each may be put otherwise: ten or
+// nine records of ten or nine funds.
+struct Spelling {
+  std::string amount, year, pair;
+};
+
+constexpr std::size_t kNumericFields = 13;
+
+std::string spelledFile(const Spelling& plain, const Spelling& odd, std::size_t oddField) {
+  std::size_t field = 0;
+  const auto amount = [&] { return field++ == oddField ? odd.amount : plain.amount; };
+  const auto year = [&] { return field++ == oddField ? odd.year : plain.year; };
+  const auto pair = [&] { return field++ == oddField ? odd.pair : plain.pair; };
+  const int count = std::stoi(plain.amount);
+  std::string bytes = amount();
+  bytes += ',' + amount();
+  bytes += ",\"All Records\",\"" + amount() + "\"\r\n";
+  for (int i = 1; i < count; ++i) bytes += "\"a\",\"" + std::to_string(i) + "\"\r\n";
+  bytes += "\"a\",\"" + amount() + "\"\r\n";
+  for (int record = 0; record < count; ++record) {
+    for (int i = 0; i < 6; ++i) bytes += amount() + ',';
+    bytes += "\"B\",#" + year();
+    bytes += '-' + pair();
+    bytes += '-' + pair() + "#\r\n";
+  }
+  return bytes;
+}
+
+// ':' follows '9' and '/' stands before '0': who takes a digit for its distance from
+// '0' reads ":" as 10 and "1/" as 9.
+TEST(DataFile, TheNeighboursOfTheDigitsAreRefusedInEveryNumber) {
+  const std::pair<Spelling, Spelling> spellings[] = {
+      {{"10", "2010", "10"}, {":", "200:", "0:"}},
+      {{"9", "2009", "09"}, {"1/", "201/", "1/"}},
+  };
+  for (const auto& [plain, odd] : spellings) {
+    ASSERT_TRUE(parseDatabase(spelledFile(plain, plain, 0))) << plain.amount;
+    for (std::size_t field = 0; field < kNumericFields; ++field)
+      EXPECT_FALSE(parseDatabase(spelledFile(plain, odd, field))) << odd.amount << ' ' << field;
+  }
+  // Wherever a digit stands, behind the point too.
+  for (std::size_t at = 0; at < kFile.size(); ++at) {
+    if (kFile[at] < '0' || kFile[at] > '9') continue;
+    for (const char neighbour : {'/', ':'}) {
+      std::string bytes = kFile;
+      bytes[at] = neighbour;
+      EXPECT_FALSE(parseDatabase(bytes)) << bytes;
+      EXPECT_FALSE(parseDatabase(std::string(kFile).insert(at, 1, neighbour))) << at;
+    }
+  }
+}
+
   const Database database = *anyDatabase();
   const std::string bytes = writeDatabase(database);
   RC_ASSERT(bytes.size() <= kMostFileBytes);
@@ -374,7 +430,8 @@ TEST(DataFile, NamesAreBytes) {
   for (const std::string& name :
        {std::string("Comma, and; semicolon"), std::string("Zürich – 株式"),
         std::string("caf\xE9 \x80 \x93quoted\x94"), std::string("'single' #2001-01-01#"),
-        std::string("tab\there"), std::string("\x01\x7f\xff"), std::string(" blanks ")}) {
+        std::string("tab\there"), std::string("\x01\x7f\xff"), std::string(" blanks "),
+        std::string()}) {
     Database database = madeDatabase(1, 2);
     database.FundTable[1].name = name;
     const auto back = parseDatabase(writeDatabase(database));

@@ -62,11 +62,14 @@ struct Shown {
 };
 // Patterns of the systems' own locales; the year is widened, literals dropped.
 constexpr Shown kShown[] = {
-    {"M/d/yy", "3/5/2001"},        {"dd.MM.yy", "05.03.2001"}, {"dd/MM/yyyy", "05/03/2001"},
-    {"yyyy-MM-dd", "2001-03-05"},  {"d. M. yyyy", "5.3.2001"}, {"yyyy. MM. dd.", "2001.03.05"},
-    {"d.MM.yy 'г'.", "5.03.2001"}, {"yyyy/M/d", "2001/3/5"},   {"d MMM yyyy", "5 03 2001"},
-    {"dd-MM-yyyy", "05-03-2001"},  {"'d' d/M/yy", "5/3/2001"}, {"", "3/5/2001"},
-    {"dd/MM", "3/5/2001"},         {"d/d/yyyy", "3/5/2001"},   {"EEEE d M y", "5 3 2001"},
+    {"M/d/yy", "3/5/2001"},        {"dd.MM.yy", "05.03.2001"},  {"dd/MM/yyyy", "05/03/2001"},
+    {"yyyy-MM-dd", "2001-03-05"},  {"d. M. yyyy", "5.3.2001"},  {"yyyy. MM. dd.", "2001.03.05"},
+    {"d.MM.yy 'г'.", "5.03.2001"}, {"yyyy/M/d", "2001/3/5"},    {"d MMM yyyy", "5 03 2001"},
+    {"dd-MM-yyyy", "05-03-2001"},  {"'d' d/M/yy", "5/3/2001"},  {"", "3/5/2001"},
+    {"dd/MM", "3/5/2001"},         {"d/d/yyyy", "3/5/2001"},    {"EEEE d M y", "5 3 2001"},
+    {"ddMMyyyy", "05/03/2001"},    {"yyyyMMdd", "2001/03/05"},  {"dMy", "5/3/2001"},
+    {"dd.MM.dd", "3/5/2001"},      {"MM-MM-yyyy", "3/5/2001"},  {"yyyy.d.yyyy", "3/5/2001"},
+    {"dd.MM.yyyy.dd", "3/5/2001"}, {"d.M.y d.M.y", "3/5/2001"},
 };
 
 TEST(ShortDateFormat, TakesOrderSeparatorAndPaddingFromThePattern) {
@@ -123,6 +126,11 @@ constexpr Typed kTyped[] = {
     {"May 15 2001", kAmerican, 0, 0, 0},
     {"5/15/2001x", kAmerican, 0, 0, 0},
     {"2001-05-15", kAmerican, 0, 0, 0},
+    {"5/15/2001/1", kAmerican, 0, 0, 0},
+    {"5/15/20/01", kAmerican, 0, 0, 0},
+    {"5.15.1.2001", kAmerican, 0, 0, 0},
+    {"15.5.2001.2001", kGerman, 0, 0, 0},
+    {"2001-5-15-1", kIso, 0, 0, 0},
     {"", kAmerican, 0, 0, 0},
     {"   ", kAmerican, 0, 0, 0},
     {"-5/15/2001", kAmerican, 0, 0, 0},

@@ -6,6 +6,7 @@
 
 #include "app/report_line.h"
 #include "base/text.h"
+#include "line_ends.h"
 #include "manager/database/data_file.h"
 #include "manager/database/databases.h"
 #include "manager/reports/fund_reports.h"
@@ -102,6 +103,35 @@ TEST(CurrentValue, TheNameGivesWayToTheNumber) {
 }
 
 TEST(CurrentValue, AZeroDivisorLeavesZeroAndANegativeOneFollowsTheFormula) {
+// Three funds of 100,000 shares and more, one of them without a name and one short.
+TEST(CurrentValue, ManySharesTakeTheNamesRoom) {
+  const Database database = parseDatabase(withCrLf(R"(3,3,"All Records","31"
+"","1"
+"Birch","2"
+"Cedar","3"
+1,12.5,100000,25,0,1250025,"B",#2001-05-15#
+2,.25,1234567.8901,0,0,350055,"B",#2001-05-16#
+3,9,-100000,30,0,-899970,"S",#2001-05-17#
+)"))
+                                .value();
+  const Currency prices[] = {money(20), money(2), money(9)};
+  CurrencyTable totals;
+  // Gains: 749,975 / 1,250,025, 2,119,080.7802 / 350,055, -30 / -899,970; shares of
+  // 3,569,135.7802; 2,869,025.7802 / 700,110.
+  EXPECT_EQ(
+      currentValueTable(database, prices, totals),
+      withCrLf(
+          "Fund      Number        Book     Current      Current       Gain/     Gain/      % 0f\n"
+          "Name      Shares       Value       Price        Total       Loss$     Loss%     Total\n"
+          "_____________________________________________________________________________________\n"
+          "    100,000.00001,250,025.00       20.00 2,000,000.00  749,975.00    60.00%    56.04%\n"
+          "B 1,234,567.8901  350,055.00        2.00 2,469,135.782,119,080.78   605.36%    69.18%\n"
+          "Ce -100,000.0000 -899,970.00        9.00  -900,000.00      -30.00      .00%   -25.22%\n"
+          "_____________________________________________________________________________________\n"
+          "Tot:              700,110.00             3,569,135.782,869,025.78   409.80%          "
+          "\n"));
+}
+
   EXPECT_EQ(
       fundLine(held("F", money(10), money(0)), money(2)),
       "F        10.0000         .00        2.00        20.00       20.00      .00%   100.00%");

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/report_line.h"
+#include "line_ends.h"
 #include "manager/database/data_file.h"
 #include "manager/database/databases.h"
 
@@ -150,6 +151,67 @@ TEST(FundTotals, AverageIsTakenOnlyAboveTheLeastHolding) {
 }
 
 TEST(FundReports, DateColumnStartsAtTheEleventhCharacter) {
+// A fund's records of 100,000 shares and more.
+Database manyShares(const std::string& name) {
+  return parseDatabase(withCrLf("3,1,\"All Records\",\"31\"\n\"" + name + R"(","1"
+1,12.5,100000,25,0,1250025,"B",#2001-05-15#
+1,9,-100000,30,0,-899970,"S",#2002-06-01#
+1,.1,1234567.8901,0,0,0,"D",#2003-12-31#
+)"))
+      .value();
+}
+
+// Columns stand side by side where a number fills its own; a longer one loses its
+// last decimals.
+TEST(FundReports, ManySharesFillTheirColumn) {
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const Database database = manyShares("Alder");
+  const auto list = linesOf(recordList(database, 1, kFormat, totals));
+  ASSERT_EQ(list.size(), 8U);
+  EXPECT_EQ(list[3],
+            "Bought     5/15/2001     12.5000100,000.0000      25.00                   .00"
+            "1,250,025.00      1");
+  EXPECT_EQ(list[4],
+            "Sold        6/1/2002      9.0000-100,000.000      30.00                   .00"
+            " -899,970.00      2");
+  // .1 x 1,234,567.8901 = 123,456.7890
+  EXPECT_EQ(list[5],
+            "Div/Shrs. 12/31/2003       .10001,234,567.89        .00 123,456.79        .00"
+            "         .00      3");
+  EXPECT_EQ(list[7],
+            "Total:                         1,234,567.890      55.00 123,456.79        .00"
+            "  350,055.00");
+  const auto report = linesOf(transactionReport(database, 1, kFormat, totals).text);
+  ASSERT_EQ(report.size(), 9U);
+  EXPECT_EQ(report[3],
+            "Bought     5/15/2001     12.5000100,000.0000      25.00                   .00"
+            " 1,250,025.00");
+  EXPECT_EQ(report[4],
+            "Sold        6/1/2002      9.0000-100,000.000      30.00                   .00"
+            "  -899,970.00");
+  EXPECT_EQ(report[5],
+            "Div/Shrs. 12/31/2003       .10001,234,567.89        .001,234,567.8        .00"
+            "          .00");
+  EXPECT_EQ(report[7],
+            "Total:                        1,234,567.8901      55.001,234,567.8        .00"
+            "   350,055.00");
+  // 350,055 / 1,234,567.8901
+  EXPECT_EQ(report[8], "Average cost per share = 0.2835");
+}
+
+TEST(FundReports, AFundWithoutANameIsReportedAsAny) {
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+  const Database named = manyShares("Alder");
+  const Database nameless = manyShares("");
+  EXPECT_EQ(recordList(nameless, 1, kFormat, totals), recordList(named, 1, kFormat, totals));
+  const FundReport all = allFundsReport(nameless, kFormat, totals);
+  EXPECT_EQ(all.text, allFundsReport(named, kFormat, totals).text);
+  ASSERT_EQ(all.blocks.size(), 1U);
+  EXPECT_EQ(all.blocks[0].fundRow, 1);
+  EXPECT_EQ(transactionReport(nameless, 1, kFormat, totals).text,
+            transactionReport(named, 1, kFormat, totals).text);
+}
+
   const Database database = opened(kGolden + "six_types.PQD");
   CurrencyTable totals(kTotalsRows, kTotalsColumns);
   const auto format = shortDateFormat("dd.MM.yyyy");

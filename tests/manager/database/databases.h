@@ -13,6 +13,7 @@
 #include <string>
 
 #include "manager/database/fund_database.h"
+#include "reached.h"
 
 namespace mirelund {
 
@@ -94,32 +95,65 @@ inline rc::Gen<Date> anyDate() {
                       });
 }
 
-/// Funds with names of any bytes that may be in one; records with any amounts,
-/// sorted by date.
+/// Names of any bytes that may be in one.
+inline rc::Gen<std::string> anyFundName() {
+  return rc::gen::nonEmpty(
+      rc::gen::container<std::string>(rc::gen::suchThat(rc::gen::arbitrary<char>(), [](char c) {
+        return c != '"' && c != '\r' && c != '\n' && c != '\0';
+      })));
+}
+
+/// So many funds and records, sorted by date, prices and other amounts from the two
+/// generators. To be called while a case is drawn.
+inline Database drawnDatabase(int funds, int count, const rc::Gen<Currency>& price,
+                              const rc::Gen<Currency>& amount) {
+  Database database;
+  for (int i = 0; i < funds; ++i) addFund(database, *anyFundName());
+  database.RecordCount = static_cast<std::int16_t>(count);
+  for (Record& record : database.records()) {
+    record.fund = Currency::whole(*rc::gen::inRange(1, funds + 1));
+    record.price = *price;
+    record.shares = *amount;
+    record.fees = *amount;
+    record.dividend = *amount;
+    record.bookValue = *amount;
+    record.type = *rc::gen::elementOf(std::string("BSCDFU"));
+    record.date = *anyDate();
+  }
+  SortRecords(database);
+  return database;
+}
+
+/// Any amounts: totals of more than a few of them leave the range.
 inline rc::Gen<Database> anyDatabase() {
   return rc::gen::exec([] {
-    Database database;
-    const auto byte = rc::gen::suchThat(rc::gen::arbitrary<char>(), [](char c) {
-      return c != '"' && c != '\r' && c != '\n' && c != '\0';
-    });
     const int funds = *rc::gen::inRange(0, kMostFunds + 1);
-    for (int i = 0; i < funds; ++i)
-      addFund(database, *rc::gen::nonEmpty(rc::gen::container<std::string>(byte)));
     const int count = funds == 0 ? 0 : *rc::gen::inRange(0, 40);
-    for (int i = 1; i <= count; ++i) {
-      Record& record = database.RecordTable[static_cast<std::size_t>(i)];
-      record.fund = Currency::whole(*rc::gen::inRange(1, funds + 1));
-      record.price = *anyAmount();
-      record.shares = *anyAmount();
-      record.fees = *anyAmount();
-      record.dividend = *anyAmount();
-      record.bookValue = *anyAmount();
-      record.type = *rc::gen::elementOf(std::string("BSCDFU"));
-      record.date = *anyDate();
-    }
-    database.RecordCount = static_cast<std::int16_t>(count);
-    SortRecords(database);
-    return database;
+    return drawnDatabase(funds, count, anyAmount(), anyAmount());
+  });
+}
+
+/// Amounts up to a thousand million, as often below ten or a hundred thousand.
+inline rc::Gen<Currency> moderateAmount() {
+  const auto below = [](std::int64_t whole) {
+    return anyIn(-whole * Currency::kScale, whole * Currency::kScale + 1);
+  };
+  return rc::gen::map(rc::gen::oneOf(below(10), below(100'000), below(1'000'000'000)),
+                      Currency::fromTenThousandths);
+}
+
+/// Prices up to a thousand.
+inline rc::Gen<Currency> moderatePrice() {
+  return rc::gen::map(anyIn<std::int64_t>(1, 1000 * Currency::kScale + 1),
+                      Currency::fromTenThousandths);
+}
+
+/// A fund and a record at least, whose sums, products and averages stay in range
+/// nearly always.
+inline rc::Gen<Database> moderateDatabase() {
+  return rc::gen::exec([] {
+    return drawnDatabase(*anyIn(1, kMostFunds + 1), *anyIn(1, 60), moderatePrice(),
+                         moderateAmount());
   });
 }
 

@@ -7,6 +7,7 @@
 #include "calc/calculator_testing.h"
 #include "calc/capital_required_help.h"
 #include "charts/chart_kind.h"
+#include "reached.h"
 
 namespace mirelund {
 namespace {
@@ -192,14 +193,17 @@ TEST(CapitalRequired, HelpShowsItsExamplesBesideThePagesLabels) {
   EXPECT_EQ(lines.back(), "give an annual income of $40,000.00.");
 }
 
-RC_GTEST_PROP(CapitalRequired, AnyInputEndsInAReportOrMessageThree, ()) {
-  Global global;
-  global.CapitalOption = *rc::gen::element<std::int16_t>(0, 2);
-  const Outcome outcome = calculate(global, *anyAmount(), *anyRate(), *anyYears());
-  RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry));
-  RC_ASSERT(!showsNoNumber(outcome.results));
-  for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
-  if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);
+TEST(CapitalRequired, AnyInputEndsInAReportOrMessageThree) {
+  checkReaching({{"report", 0.5}, {"message 3", 0.05}}, [](Reached& reached) {
+    Global global;
+    global.CapitalOption = *rc::gen::element<std::int16_t>(0, 2);
+    const Outcome outcome = calculate(global, *anyAmount(), *anyRate(), *anyYears());
+    RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry));
+    RC_ASSERT(!showsNoNumber(outcome.results));
+    for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
+    if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);
+    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+  });
 }
 
 RC_GTEST_PROP(CapitalRequired, TheSinkingFundReachesItsCapital, ()) {

@@ -7,6 +7,7 @@
 #include "app/input_boxes.h"
 #include "calc/compound_gain_help.h"
 #include "charts/chart_kind.h"
+#include "reached.h"
 
 namespace mirelund {
 namespace {
@@ -178,20 +179,21 @@ TEST(CompoundGain, TheFirstYearEndIsTheCostTimesOnePlusTheRate) {
   EXPECT_EQ(global.reports.ComparisonTable.at(1, 4), Currency::whole(99));
 }
 
-RC_GTEST_PROP(CompoundGain, AnyInputEndsInAReportOrAMessage, ()) {
-  Global global;
-  const auto amount =
-      rc::gen::oneOf(rc::gen::inRange<std::int64_t>(0, 100'000'000), rc::gen::just<std::int64_t>(1),
-                     rc::gen::inRange<std::int64_t>(0, std::numeric_limits<std::int64_t>::max()));
-  global.boxes.InputValues[1] = Currency::fromTenThousandths(*amount);
-  global.boxes.InputValues[2] = Currency::fromTenThousandths(*amount);
-  global.boxes.InputValues[3] = Currency::whole(*rc::gen::inRange(0, 41));
-  const Outcome outcome =
-      calculateCompoundGain(global.boxes, global.reports, global.chart, {"c", "v", "y", "n"});
-  RC_ASSERT(outcome.showResults || outcome.message == Message::WrongEntry ||
-            outcome.message == Message::AllThreeBoxes);
-  RC_ASSERT(outcome.results.find("nan") == std::string::npos);
-  RC_ASSERT(outcome.results.find("inf") == std::string::npos);
+TEST(CompoundGain, AnyInputEndsInAReportOrAMessage) {
+  checkReaching({{"report", 0.7}, {"message 18", 0.01}}, [](Reached& reached) {
+    Global global;
+    const auto amount = rc::gen::oneOf(
+        rc::gen::inRange<std::int64_t>(0, 100'000'000), rc::gen::just<std::int64_t>(1),
+        rc::gen::inRange<std::int64_t>(0, std::numeric_limits<std::int64_t>::max()));
+    global.boxes.InputValues[1] = Currency::fromTenThousandths(*amount);
+    global.boxes.InputValues[2] = Currency::fromTenThousandths(*amount);
+    global.boxes.InputValues[3] = Currency::whole(*rc::gen::inRange(0, 41));
+    const Outcome outcome = calculateCompoundGain(global.boxes, global.reports, global.chart, {"c", "v", "y", "n"});
+    RC_ASSERT(outcome.showResults || outcome.message == Message::WrongEntry || outcome.message == Message::AllThreeBoxes);
+    RC_ASSERT(outcome.results.find("nan") == std::string::npos);
+    RC_ASSERT(outcome.results.find("inf") == std::string::npos);
+    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+  });
 }
 
 RC_GTEST_PROP(CompoundGain, TheValueGrowsBackAtTheRate, ()) {

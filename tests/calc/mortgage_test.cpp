@@ -7,6 +7,7 @@
 #include "calc/calculator_testing.h"
 #include "calc/mortgage_help.h"
 #include "charts/chart_kind.h"
+#include "reached.h"
 
 namespace mirelund {
 namespace {
@@ -418,69 +419,80 @@ rc::Gen<MortgageChoices> anyChoices() {
       })));
 }
 
-RC_GTEST_PROP(Mortgage, AnyInputEndsInFiguresOrAMessage, ()) {
-  Page page;
-  page.choices = *anyChoices();
-  page.days.DaysOption = static_cast<std::int16_t>(*rc::gen::inRange(0, 6));
-  leaveDaysInYear(page.days, page.choices.frequency);
-  page.principal((*anyAmount()).toDouble());
-  page.rate((*anyRate()).toDouble());
-  page.payment((*anyAmount()).toDouble());
-  page.term((*anyYears()).toDouble());
-  const MortgageOutcome outcome = page.calculate();
-  RC_ASSERT(outcome.outcome.showResults ==
-            (outcome.outcome.message == Message::None && outcome.platformMessage.empty()));
-  RC_ASSERT(outcome.outcome.message == Message::None ||
-            outcome.outcome.message == Message::WrongEntry);
-  const MortgageTexts& s = page.shown;
-  for (const auto& text : {s.principal, s.rate, s.term, s.payment, s.totalPmts, s.numPmts,
-                           s.daysInYear, s.totIntSaved, s.numYrs, s.piPmt, s.totIntPaid})
-    RC_ASSERT(!showsNoNumber(text));
-  for (const auto& text : {s.totalPmts, s.totIntSaved, s.piPmt, s.totIntPaid})
-    RC_ASSERT(text.empty() || text.size() == 13U);
-  if (!outcome.outcome.showResults) return;
-  const auto lines = linesOf(outcome.outcome.results);
-  RC_ASSERT(lines.size() == 18U);
+TEST(Mortgage, AnyInputEndsInFiguresOrAMessage) {
+  checkReaching({{"report", 0.3}, {"message", 0.2}}, [](Reached& reached) {
+    Page page;
+    page.choices = *anyChoices();
+    page.global.DaysOption = static_cast<std::int16_t>(*rc::gen::inRange(0, 6));
+    leaveDaysInYear(page.global, page.choices.frequency);
+    page.principal((*anyAmount()).toDouble());
+    page.rate((*anyRate()).toDouble());
+    page.payment((*anyAmount()).toDouble());
+    page.term((*anyYears()).toDouble());
+    const MortgageOutcome outcome = page.calculate();
+    RC_ASSERT(outcome.outcome.showResults ==
+              (outcome.outcome.message == Message::None && outcome.platformMessage.empty()));
+    RC_ASSERT(outcome.outcome.message == Message::None || outcome.outcome.message == Message::WrongEntry);
+    const MortgageTexts& s = page.shown;
+    for (const auto& text : {s.principal, s.rate, s.term, s.payment, s.totalPmts, s.numPmts,
+                             s.daysInYear, s.totIntSaved, s.numYrs, s.piPmt, s.totIntPaid})
+      RC_ASSERT(!showsNoNumber(text));
+    for (const auto& text : {s.totalPmts, s.totIntSaved, s.piPmt, s.totIntPaid})
+      RC_ASSERT(text.empty() || text.size() == 13U);
+    if (!outcome.outcome.showResults) {
+      reached("message");
+      return;
+    }
+    const auto lines = linesOf(outcome.outcome.results);
+    RC_ASSERT(lines.size() == 18U);
+    reached("report");
+  });
 }
 
 // Paid month by month, the balance of a solved mortgage ends at 0.
-RC_GTEST_PROP(Mortgage, TheBalanceEndsAtZero, ()) {
-  MortgageChoices choices = *anyChoices();
-  choices.solveFor = Payment;
-  const double principal = *rc::gen::inRange(1000, 1'000'000);
-  const double rate = *rc::gen::inRange(1, 250) / 10.0;
-  const int years = *rc::gen::inRange(1, 41);
-  const auto input = loan(principal, rate, years, 0, choices);
-  const Mortgage mortgage = solveMortgage(input);
-  RC_PRE(mortgage.complete);
-  const double r = ComputeMortgageRates(rate, choices, kBiweekly, kWeekly).monthlyRate;
-  double balance = principal;
-  double worst = 1.0;
-  for (int month = 0; month < 12 * years; ++month) {
-    balance = balance * (1 + r) - mortgage.payment;
-    worst *= 1 + r;
-  }
-  RC_ASSERT(std::abs(balance) < 1e-12 * principal * worst * 12 * years);
+TEST(Mortgage, TheBalanceEndsAtZero) {
+  checkReaching([](Reached& reached) {
+    MortgageChoices choices = *anyChoices();
+    choices.solveFor = Payment;
+    const double principal = *rc::gen::inRange(1000, 1'000'000);
+    const double rate = *rc::gen::inRange(1, 250) / 10.0;
+    const int years = *rc::gen::inRange(1, 41);
+    const auto input = loan(principal, rate, years, 0, choices);
+    const Mortgage mortgage = solveMortgage(input);
+    RC_PRE(mortgage.complete);
+    const double r = ComputeMortgageRates(rate, choices, kBiweekly, kWeekly).monthlyRate;
+    double balance = principal;
+    double worst = 1.0;
+    for (int month = 0; month < 12 * years; ++month) {
+      balance = balance * (1 + r) - mortgage.payment;
+      worst *= 1 + r;
+    }
+    RC_ASSERT(std::abs(balance) < 1e-12 * principal * worst * 12 * years);
+    reached();
+  });
 }
 
 // Solved for the payment, then for the other two from it: the loan comes back.
-RC_GTEST_PROP(Mortgage, TheThreeSolutionsAgree, ()) {
-  MortgageChoices choices = *anyChoices();
-  choices.solveFor = Payment;
-  auto input = loan(*rc::gen::inRange(1000, 1'000'000), *rc::gen::inRange(1, 150) / 10.0,
-                    *rc::gen::inRange(1, 41), 0, choices);
-  const Mortgage paid = solveMortgage(input);
-  RC_PRE(paid.complete);
-  RC_ASSERT(std::abs(paid.eachPayment -
-                     paid.payment *
-                         kPaymentFrequencies[static_cast<std::size_t>(choices.frequency)].times /
-                         kPaymentFrequencies[static_cast<std::size_t>(choices.frequency)].parts) <
-            1e-7 * paid.payment);
-  input.payment = paid.payment;
-  input.choices.solveFor = Principal;
-  RC_ASSERT(std::abs(solveMortgage(input).principal - input.principal) < 1e-7 * input.principal);
-  input.choices.solveFor = Years;
-  RC_ASSERT(std::abs(solveMortgage(input).years - input.years) < 1e-4);
+TEST(Mortgage, TheThreeSolutionsAgree) {
+  checkReaching([](Reached& reached) {
+    MortgageChoices choices = *anyChoices();
+    choices.solveFor = Payment;
+    auto input = loan(*rc::gen::inRange(1000, 1'000'000), *rc::gen::inRange(1, 150) / 10.0,
+                      *rc::gen::inRange(1, 41), 0, choices);
+    const Mortgage paid = solveMortgage(input);
+    RC_PRE(paid.complete);
+    RC_ASSERT(std::abs(paid.eachPayment -
+                       paid.payment *
+                           kPaymentFrequencies[static_cast<std::size_t>(choices.frequency)].times /
+                           kPaymentFrequencies[static_cast<std::size_t>(choices.frequency)].parts) <
+              1e-7 * paid.payment);
+    input.payment = paid.payment;
+    input.choices.solveFor = Principal;
+    RC_ASSERT(std::abs(solveMortgage(input).principal - input.principal) < 1e-7 * input.principal);
+    input.choices.solveFor = Years;
+    RC_ASSERT(std::abs(solveMortgage(input).years - input.years) < 1e-4);
+    reached();
+  });
 }
 
 }  // namespace

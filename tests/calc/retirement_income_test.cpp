@@ -7,6 +7,7 @@
 #include "calc/calculator_testing.h"
 #include "calc/retirement_income_help.h"
 #include "charts/chart_kind.h"
+#include "reached.h"
 
 namespace mirelund {
 namespace {
@@ -285,18 +286,27 @@ TEST(RetirementIncome, HelpKeepsItsTexts) {
             std::string::npos);
 }
 
-RC_GTEST_PROP(RetirementIncome, AnyInputEndsInAReportOrAMessage, ()) {
-  Global global;
-  const bool fixed = *rc::gen::arbitrary<bool>();
-  const Currency third = fixed ? *anyAmount() : *anyRate();
-  const Currency fourth = fixed ? *anyRate() : *anyYears();
-  const Outcome outcome =
-      calculate(global, fixed ? FixedAmount : Percentage, *anyAmount(), *anyRate(), third, fourth);
-  RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry ||
-                                    outcome.message == Message::WithdrawalTooLarge));
-  RC_ASSERT(!showsNoNumber(outcome.results));
-  for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
-  if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);
+TEST(RetirementIncome, AnyInputEndsInAReportOrAMessage) {
+  checkReaching({{"report", 0.35}, {"message 3", 0.05}, {"message 7", 0.03}}, [](Reached& reached) {
+    Global global;
+    const bool fixed = *rc::gen::arbitrary<bool>();
+    const bool usual = *rc::gen::arbitrary<bool>();
+    const auto amount = usual ? usualAmount() : anyAmount();
+    const auto rate = usual ? usualRate() : anyRate();
+    // Up to 2,000.00 a month, which most usual amounts last for.
+    const auto monthly =
+        usual ? rc::gen::map(anyIn<std::int64_t>(0, 20'000'000), Currency::fromTenThousandths)
+              : anyAmount();
+    const Currency third = fixed ? *monthly : *rate;
+    const Currency fourth = fixed ? *rate : *anyYears();
+    const Outcome outcome =
+        calculate(global, fixed ? FixedAmount : Percentage, *amount, *rate, third, fourth);
+    RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry || outcome.message == Message::WithdrawalTooLarge));
+    RC_ASSERT(!showsNoNumber(outcome.results));
+    for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
+    if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);
+    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+  });
 }
 
 // Without an increase, what was there plus its interest is what was paid out plus

@@ -54,7 +54,6 @@ constexpr std::string_view kLines[] = {
 };
 
 constexpr std::string_view kCredits[] = {
-    "",
     "Calculators and investment manager",
     "",
     "Free software, without warranty,",

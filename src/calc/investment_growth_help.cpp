@@ -12,7 +12,7 @@ std::string investmentGrowthHelp() {
   // The rows are the page's inputs, from top to bottom.
   appendLine(help, "Example 1  Example 2   Example 3   Example 4");
   appendLine(help, "      .00   1,000.00         .00   30,000.00");
-  // "1.000.00" is required, as is "annnual" below (InvestmentGrowth.HelpKeepsItsTexts).
+  // "1.000.00" is required, as is "annnual" below (HelpText.InvestmentGrowth).
   appendLine(help, " 1,000.00        .00    1.000.00         .00");
   appendLine(help, " Annually   Annually    Annually    Annually");
   appendLine(help, "       20%        20%         20%        .00%");

@@ -7,7 +7,7 @@
 
 namespace mirelund {
 
-// "have already have" is required: PensionGrowth.HelpKeepsItsTexts.
+// "have already have" is required: HelpText.PensionGrowth.
 std::string pensionGrowthHelp() {
   std::string help;
   appendLine(help, "To view the hidden Value column on the");

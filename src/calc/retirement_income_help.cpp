@@ -7,7 +7,7 @@
 
 namespace mirelund {
 
-// "neccessary" is required: RetirementIncome.HelpKeepsItsTexts.
+// "neccessary" is required: HelpText.RetirementIncomeByPercentage.
 std::string retirementIncomeHelp(WithdrawalChoice choice) {
   const std::string dollar(MoneySymbol);
   std::string help;

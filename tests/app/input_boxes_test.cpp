@@ -284,7 +284,8 @@ TEST(KeyFilters, TheDeleteCharacterIsTypedButNeverPasted) {
     EXPECT_TRUE(pressed.passed);
     EXPECT_TRUE(pressed.emptyFirst);
     EXPECT_EQ(global.boxes.BoxEdited, 1);
-    EXPECT_TRUE(pressKey(global.boxes, filter, 4, "1.2345", '\x7f').passed) << "whatever the decimals";
+    EXPECT_TRUE(pressKey(global.boxes, filter, 4, "1.2345", '\x7f').passed)
+        << "whatever the decimals";
     const std::string character(1, '\x7f');
     for (const std::string& text :
          {character, "1" + character, character + "1", "1" + character + "2"})

@@ -188,11 +188,14 @@ TEST(CompoundGain, AnyInputEndsInAReportOrAMessage) {
     global.boxes.InputValues[1] = Currency::fromTenThousandths(*amount);
     global.boxes.InputValues[2] = Currency::fromTenThousandths(*amount);
     global.boxes.InputValues[3] = Currency::whole(*rc::gen::inRange(0, 41));
-    const Outcome outcome = calculateCompoundGain(global.boxes, global.reports, global.chart, {"c", "v", "y", "n"});
-    RC_ASSERT(outcome.showResults || outcome.message == Message::WrongEntry || outcome.message == Message::AllThreeBoxes);
+    const Outcome outcome =
+        calculateCompoundGain(global.boxes, global.reports, global.chart, {"c", "v", "y", "n"});
+    RC_ASSERT(outcome.showResults || outcome.message == Message::WrongEntry ||
+              outcome.message == Message::AllThreeBoxes);
     RC_ASSERT(outcome.results.find("nan") == std::string::npos);
     RC_ASSERT(outcome.results.find("inf") == std::string::npos);
-    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+    reached(outcome.showResults ? "report"
+                                : "message " + std::to_string(static_cast<int>(outcome.message)));
   });
 }
 

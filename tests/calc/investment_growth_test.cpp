@@ -246,24 +246,6 @@ TEST(InvestmentGrowth, AFailedFirstComparisonLeavesNoChartOfClearedTotals) {
   EXPECT_EQ(global.chart.ChartCount, 0);
 }
 
-TEST(InvestmentGrowth, HelpKeepsItsTexts) {
-  const std::string help = investmentGrowthHelp();
-  const auto lines = linesOf(help);
-  const std::vector<std::string> examples(lines.begin(), lines.begin() + 8);
-  EXPECT_EQ(examples, (std::vector<std::string>{
-                          "Example 1  Example 2   Example 3   Example 4",
-                          "      .00   1,000.00         .00   30,000.00",
-                          " 1,000.00        .00    1.000.00         .00",
-                          " Annually   Annually    Annually    Annually",
-                          "       20%        20%         20%        .00%",
-                          "      .00%       .00%       5.00%        .00%",
-                          "      .00%       .00%        .00%       5.00%",
-                          "       25         25          25          25",
-                      }));
-  EXPECT_NE(help.find("at a 5% annnual\r\n"), std::string::npos);
-  EXPECT_EQ(lines.back(), "the annual percentage rate.");
-}
-
 rc::Gen<InvestmentGrowthInput> inputOf(const rc::Gen<Currency>& amount,
                                        const rc::Gen<Currency>& rate) {
   using In = InvestmentGrowthInput;
@@ -285,7 +267,8 @@ TEST(InvestmentGrowth, AnyInputEndsInAReportOrMessageThree) {
     RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry));
     RC_ASSERT(!showsNoNumber(outcome.results));
     for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
-    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+    reached(outcome.showResults ? "report"
+                                : "message " + std::to_string(static_cast<int>(outcome.message)));
   });
 }
 

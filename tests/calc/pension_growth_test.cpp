@@ -173,12 +173,6 @@ TEST(PensionGrowth, EveryCalculationReplacesTheReport) {
   EXPECT_EQ(calculate(global, kThreeYears).results, first);
 }
 
-TEST(PensionGrowth, HelpKeepsItsTexts) {
-  const std::string help = pensionGrowthHelp();
-  EXPECT_NE(help.find("If you have already have a plan, type the\r\n"), std::string::npos);
-  EXPECT_EQ(linesOf(help).back(), "In USA also use for 401(k) investment plan.");
-}
-
 rc::Gen<PensionGrowthInput> inputOf(const rc::Gen<Currency>& amount,
                                     const rc::Gen<Currency>& rate) {
   using In = PensionGrowthInput;
@@ -201,7 +195,8 @@ TEST(PensionGrowth, AnyInputEndsInAReportOrMessageThree) {
     RC_ASSERT(!showsNoNumber(outcome.results));
     for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 59U);
     if (outcome.showResults) RC_ASSERT(linesOf(global.reports.ReportLines[1]).back().size() == 59U);
-    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+    reached(outcome.showResults ? "report"
+                                : "message " + std::to_string(static_cast<int>(outcome.message)));
   });
 }
 

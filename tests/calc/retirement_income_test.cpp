@@ -266,26 +266,6 @@ TEST(RetirementIncome, EveryCalculationReplacesTheReport) {
   EXPECT_EQ(global.reports.ComparisonCount, 0);
 }
 
-TEST(RetirementIncome, HelpShowsItsExamplesBesideThePagesLabels) {
-  const auto percentage = linesOf(retirementIncomeHelp(Percentage));
-  EXPECT_EQ(percentage[0], "       Using Percentage Option");
-  EXPECT_EQ(percentage[2], "Starting value of investments     $100,000.00");
-  EXPECT_EQ(percentage[4], "Annual income withdrawn as a (%)          15%");
-  EXPECT_EQ(percentage[5], "Time in years                              25");
-  const auto fixed = linesOf(retirementIncomeHelp(FixedAmount));
-  EXPECT_EQ(fixed[0], "       Using Fixed Amount Option");
-  EXPECT_EQ(fixed[4], "Monthly amount of cash withdrawn     1,000.00");
-  EXPECT_EQ(fixed[5], "Increase annual income by %                0%");
-  EXPECT_EQ(fixed.back(), "require.");
-}
-
-TEST(RetirementIncome, HelpKeepsItsTexts) {
-  EXPECT_NE(retirementIncomeHelp(Percentage).find("some investments if neccessary to give the\r\n"),
-            std::string::npos);
-  EXPECT_NE(retirementIncomeHelp(FixedAmount).find("if neccessary to give the Income you\r\n"),
-            std::string::npos);
-}
-
 TEST(RetirementIncome, AnyInputEndsInAReportOrAMessage) {
   checkReaching({{"report", 0.35}, {"message 3", 0.05}, {"message 7", 0.03}}, [](Reached& reached) {
     Global global;
@@ -301,11 +281,13 @@ TEST(RetirementIncome, AnyInputEndsInAReportOrAMessage) {
     const Currency fourth = fixed ? *rate : *anyYears();
     const Outcome outcome =
         calculate(global, fixed ? FixedAmount : Percentage, *amount, *rate, third, fourth);
-    RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry || outcome.message == Message::WithdrawalTooLarge));
+    RC_ASSERT(outcome.showResults != (outcome.message == Message::WrongEntry ||
+                                      outcome.message == Message::WithdrawalTooLarge));
     RC_ASSERT(!showsNoNumber(outcome.results));
     for (const auto& row : rowsOf(outcome.results)) RC_ASSERT(row.size() == 45U);
     if (outcome.showResults) RC_ASSERT(linesOf(outcome.results).back().size() == 45U);
-    reached(outcome.showResults ? "report" : "message " + std::to_string(static_cast<int>(outcome.message)));
+    reached(outcome.showResults ? "report"
+                                : "message " + std::to_string(static_cast<int>(outcome.message)));
   });
 }
 

@@ -12,7 +12,9 @@
 #include "manager/database/databases.h"
 #include "manager/display_help.h"
 #include "manager/entry_help.h"
+#include "manager/reports/current_value.h"
 #include "manager/reports/fund_reports.h"
+#include "manager/transaction_entry.h"
 
 namespace mirelund {
 namespace {

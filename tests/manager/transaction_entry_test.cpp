@@ -5,7 +5,6 @@
 #include <rapidcheck/gtest.h>
 
 #include "manager/database/databases.h"
-#include "manager/entry_help.h"
 
 namespace mirelund {
 namespace {
@@ -170,25 +169,6 @@ TEST(LeaveAmountBox, StoresOnlyWhatWasTyped) {
   EXPECT_FALSE(refused.changed) << "it stands as typed";
   EXPECT_EQ(stored, money(5));
   EXPECT_EQ(global.boxes.BoxEdited, 0) << "and is told once";
-}
-
-TEST(EntryHelp, BeginsAndEndsAsRequiredAndShowsARowForEachType) {
-  const std::string help = entryHelp(kFormat);
-  EXPECT_TRUE(
-      help.starts_with("On startup Funds: 0. Either use Open file tab to retrieve a database file "
-                       "from disk or\r\n"));
-  EXPECT_TRUE(help.ends_with(
-      "Book Value: A positive figure represents cash paid out by you, a negative figure cash\r\n"
-      "received and .00 a none cash transaction\r\n"));
-  for (const char* line :
-       {"Bought            1/11/2008       10.9300      200.0000       24.9500              \r\n",
-        "Sold              2/11/2015       24.0200      140.0000       29.9500              \r\n",
-        "Cash Dividend     6/19/2009                                                 48.0000\r\n",
-        "Dividend Shares  12/23/2010       18.9300       12.8000                            \r\n",
-        "Fee Cash          1/14/2010                                   12.5000              \r\n",
-        "Unit Fee         10/22/2011       16.7900        1.0500                            \r\n"})
-    EXPECT_NE(help.find(line), std::string::npos) << line;
-  EXPECT_NE(entryHelp(shortDateFormat("dd.MM.yy")).find("11.01.2008"), std::string::npos);
 }
 
 }  // namespace

@@ -146,9 +146,12 @@ void PQManagement::Form_QueryUnload(QCloseEvent* event) {
   if (event->isAccepted()) manager_.DiscardDatabase();
 }
 
+bool PQManagement::keepsSession(const std::function<bool()>& mayAsk) {
+  return manager_.mustAskBeforeDiscarding() && mayAsk() && !close();
+}
+
 void PQManagement::endSession(QSessionManager& session) {
-  if (!manager_.mustAskBeforeDiscarding() || !session.allowsInteraction()) return;
-  if (!close()) session.cancel();
+  if (keepsSession([&] { return session.allowsInteraction(); })) session.cancel();
   session.release();
 }
 

@@ -32,6 +32,11 @@ class PQManagement : public QWidget, private ManagerHost {
 
   explicit PQManagement(const Parts& parts);
 
+  /// The desktop's session is about to end: true when it must not. Only where
+  /// something unsaved would be lost is `mayAsk` called, which may wait until the
+  /// person can be asked; false from it lets the session end unasked.
+  bool keepsSession(const std::function<bool()>& mayAsk);
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   /// The mouse on the tabs: choosing a file page starts it, also when it is shown.

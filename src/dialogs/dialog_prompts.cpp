@@ -67,7 +67,9 @@ QString DialogPrompts::askSavePath(QWidget* over, const QString& title, const QS
     if (shown == typed || !QFileInfo::exists(shown)) return shown;
     if (QMessageBox::question(over, title,
                               QString("%1 already exists.\nDo you want to replace it?")
-                                  .arg(QFileInfo(shown).fileName())) == QMessageBox::Yes)
+                                  .arg(QFileInfo(shown).fileName()),
+                              QMessageBox::Yes | QMessageBox::No,
+                              QMessageBox::No) == QMessageBox::Yes)
       return shown;
   }
 }

@@ -35,14 +35,14 @@ class ChartTooltipTest : public QObject {
  private slots:
   void theBarsOfFundsSayTheirNamesAndValues() {
     Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget printing;
-    global.ChartKind = chart::kManager;
-    global.ChartCount = 2;
-    global.ChartNames = {"Alder", "<b>Birch</b> & Co"};
-    global.ComparisonTotals.redimension(32, 7);
-    global.ComparisonTotals.at(1, 4) = ToCurrency(962.5);
-    global.ComparisonTotals.at(2, 4) = ToCurrency(-242.75);
+    global.chart.ChartKind = ChartKind::Manager;
+    global.chart.ChartCount = 2;
+    global.chart.ChartNames = {"Alder", "<b>Birch</b> & Co"};
+    global.reports.ComparisonTotals.redimension(32, 7);
+    global.reports.ComparisonTotals.at(1, 4) = ToCurrency(962.5);
+    global.reports.ComparisonTotals.at(2, 4) = ToCurrency(-242.75);
     PQGraph window(global, prompts, printing, nullptr);
     window.setVisible(true);
     QVERIFY(ProgramFixture::isActivated(&window));
@@ -63,12 +63,12 @@ class ChartTooltipTest : public QObject {
 
   void everyBarOfAGroupSaysItsOwn() {
     Global global;
-    FakePrompts prompts(global);
+    FakePrompts prompts;
     PdfTarget printing;
-    global.ChartKind = chart::kMortgage;
-    global.ChartCount = 1;
-    global.ComparisonTotals.at(1, 1) = ToCurrency(102562.15);
-    global.ComparisonTotals.at(1, 2) = ToCurrency(81557.27);
+    global.chart.ChartKind = ChartKind::Mortgage;
+    global.chart.ChartCount = 1;
+    global.reports.ComparisonTotals.at(1, 1) = ToCurrency(102562.15);
+    global.reports.ComparisonTotals.at(1, 2) = ToCurrency(81557.27);
     PQGraph window(global, prompts, printing, nullptr);
     window.setVisible(true);
     QVERIFY(ProgramFixture::isActivated(&window));

@@ -130,7 +130,7 @@ class ManagerChartTest : public QObject {
                 if (QTest::currentTestFailed()) return;
               }
             });
-    QCOMPARE(program.global.ChartCount, 2);
+    QCOMPARE(program.global.chart.ChartCount, 2);
     QCOMPARE(program.takeTold(), QList<int>{});
   }
 

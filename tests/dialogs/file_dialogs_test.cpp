@@ -66,7 +66,7 @@ class FileDialogsTest : public QObject {
 
   std::unique_ptr<QTemporaryDir> folder_;
   Global global_;
-  DialogPrompts prompts_{global_};
+  DialogPrompts prompts_{global_.dialogs};
   std::unique_ptr<QWidget> over_;
 
   // Plays `show`: each step gets the dialog that is up then, another than the step
@@ -431,7 +431,7 @@ class FileDialogsTest : public QObject {
     make("test.PQD", kTwoFunds);
     PdfTarget printing;
     Global global;
-    DialogPrompts prompts(global);
+    DialogPrompts prompts(global.dialogs);
     Program program(prompts, printing, global);
     program.start().show();
     QVERIFY(ProgramFixture::isActivated(&program.start()));

@@ -66,7 +66,7 @@ class SessionEndTest : public QObject {
     QVERIFY(keepsSession(true));
     QCOMPARE(interactions_, 1);
     QCOMPARE(program.takeAsked(), QList<int>{3});
-    QCOMPARE(program.global.Details.fileName, program.path("test.PQD").toStdString());
+    QCOMPARE(program.global.dialogs.Details.fileName, program.path("test.PQD").toStdString());
     verifyUnsaved(program);
     // What was gone back for.
     program.prompts.paths = {program.path("test.PQD")};

@@ -120,14 +120,15 @@ void CurrentValuePage::restoreReport() {
 }
 
 void CurrentValuePage::CVCalc_Click() {
-  if (!host().leaveFocused()) return;
+  // A price that was refused has been told; the table goes all the same.
+  const bool taken = host().leaveFocused();
   Outcome outcome;
   {
     const BusyPointer busy;
     outcome = manager().calculateCurrentValue();
   }
   showReport(outcome.results);
-  host().tell(outcome.message);
+  if (taken) host().tell(outcome.message);
 }
 
 void CurrentValuePage::CVGraph_Click() {

@@ -2,16 +2,14 @@
 // The platform's open and save dialogs as the person meets them, and what the
 // program asks beside them.
 #include <QDialogButtonBox>
-#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLabel>
 #include <QListView>
 #include <QMessageBox>
-#include <QTimer>
 #include <QTreeView>
-#include <QWindow>
 
 #include "dialogs/dialog_prompts.h"
+#include "dialogs/playing.h"
 #include "manager/manager_testing.h"
 
 namespace mirelund::testing {
@@ -37,13 +35,6 @@ QAbstractItemView* listOf(QDialog* dialog) {
   return dialog->findChild<QListView*>("listView");
 }
 
-// Keys as the display sends them: to the window, which knows its focus and popups.
-void type(QDialog* dialog, const QString& keys) {
-  for (const QChar c : keys) QTest::keyClick(dialog->windowHandle(), c.toLatin1());
-}
-void press(QDialog* dialog, Qt::Key key, Qt::KeyboardModifiers held = Qt::NoModifier) {
-  QTest::keyClick(dialog->windowHandle(), key, held);
-}
 void enterName(QDialog* dialog, const QString& name) {
   QCOMPARE(QApplication::focusWidget(), nameOf(dialog));
   press(dialog, Qt::Key_A, Qt::ControlModifier);
@@ -62,54 +53,10 @@ void click(QDialog* dialog, QDialogButtonBox::StandardButton which) {
 class FileDialogsTest : public QObject {
   Q_OBJECT
 
-  using Step = std::function<void(QDialog*)>;
-
   std::unique_ptr<QTemporaryDir> folder_;
   Global global_;
   DialogPrompts prompts_{global_.dialogs};
   std::unique_ptr<QWidget> over_;
-
-  // Plays `show`: each step gets the dialog that is up then, another than the step
-  // before it had. A step that leaves its dialog open is followed by the dialog
-  // which that one opened.
-  static void play(const std::function<void()>& show, const std::vector<Step>& steps) {
-    QObject life;
-    std::size_t done = 0;
-    bool late = false;
-    QPointer<QDialog> last;
-    QElapsedTimer waited;
-    waited.start();
-    // A timer does not fire within itself: every step has its own.
-    std::function<void()> await = [&] {
-      auto* timer = new QTimer(&life);
-      timer->callOnTimeout([&, timer] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        constexpr int kPatienceMs = 20'000;
-        if (dialog != nullptr && waited.elapsed() > kPatienceMs) {
-          late = true;
-          dialog->reject();
-          return;
-        }
-        if (dialog == nullptr || dialog == last || !dialog->isVisible() || done == steps.size())
-          return;
-        if (!dialog->isActiveWindow()) {
-          dialog->activateWindow();
-          return;
-        }
-        timer->stop();
-        last = dialog;
-        const Step& step = steps[done++];
-        await();
-        step(dialog);
-      });
-      timer->start(10);
-    };
-    await();
-    show();
-    QVERIFY(!late);
-    QCOMPARE(done, steps.size());
-    QVERIFY(QApplication::activeModalWidget() == nullptr);
-  }
 
   QString path(const QString& name) const { return folder_->filePath(name); }
   void make(const QString& name, const QByteArray& bytes = "old") const {

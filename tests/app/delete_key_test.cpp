@@ -5,6 +5,7 @@
 #include <QInputMethodEvent>
 
 #include "app/filtered_edit.h"
+#include "calc/box_tables.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -27,10 +28,10 @@ class DeleteKeyTest : public QObject {
   void everyBox_data() {
     QTest::addColumn<int>("page");
     QTest::addColumn<QString>("name");
-    for (const BoxRule& rule : boxRules())
-      if (rule.option == 0)
-        QTest::newRow(std::string(rule.name).c_str())
-            << static_cast<int>(rule.page) << QString::fromStdString(std::string(rule.name));
+    forEachBox([](int page, const BoxRule& rule) {
+      const std::string name(rule.name);
+      if (rule.option == 0) QTest::newRow(name.c_str()) << page << QString::fromStdString(name);
+    });
   }
 
   void everyBox() {
@@ -44,7 +45,7 @@ class DeleteKeyTest : public QObject {
       box->setFocus(Qt::TabFocusReason);
       pressDelete(box);
       QCOMPARE(box->text(), initial);
-      QCOMPARE(program.global.BoxEdited, 0);
+      QCOMPARE(program.global.boxes.BoxEdited, 0);
       return;
     }
     const BoxRule& rule = box->rule();
@@ -57,10 +58,10 @@ class DeleteKeyTest : public QObject {
       else
         QTest::keyClick(box, Qt::Key_Delete, Qt::KeypadModifier);
       QCOMPARE(box->text(), "");
-      QCOMPARE(program.global.BoxEdited, 1);
+      QCOMPARE(program.global.boxes.BoxEdited, 1);
       program.key(Qt::Key_Tab);
-      QCOMPARE(box->text().toStdString(), isName ? "" : boxText(rule, 0.0));
-      QCOMPARE(program.global.BoxEdited, 0);
+      QCOMPARE(box->text().toStdString(), isName ? "" : shownAs(rule, 0.0));
+      QCOMPARE(program.global.boxes.BoxEdited, 0);
 
       // The key behind Delete is not the first, which would replace everything.
       box->setFocus(Qt::TabFocusReason);
@@ -77,7 +78,7 @@ class DeleteKeyTest : public QObject {
       QTest::keyClicks(box, next);
       QCOMPARE(box->text(), next + rest);
       program.key(Qt::Key_Tab);
-      QCOMPARE(box->text().toStdString(), isName ? "32" : boxText(rule, next == "." ? .2 : 32.0));
+      QCOMPARE(box->text().toStdString(), isName ? "32" : shownAs(rule, next == "." ? .2 : 32.0));
     }
   }
 
@@ -95,12 +96,12 @@ class DeleteKeyTest : public QObject {
       program.key(Qt::Key_End);
       pressDelete(box);
       QCOMPARE(box->text(), before);
-      QCOMPARE(program.global.BoxEdited, 1);
+      QCOMPARE(program.global.boxes.BoxEdited, 1);
       program.key(Qt::Key_Tab);
       QCOMPARE(box->text(), left);
     }
-    QCOMPARE(program.global.InputValues[1], Currency());
-    QCOMPARE(program.global.InputValues[3], Currency::whole(5));
+    QCOMPARE(program.global.boxes.InputValues[1], Currency());
+    QCOMPARE(program.global.boxes.InputValues[3], Currency::whole(5));
   }
 
   void withOtherKeysItDeletesMore() {
@@ -111,7 +112,7 @@ class DeleteKeyTest : public QObject {
     program.key(Qt::Key_Home);
     pressDelete(name, Qt::ControlModifier);
     QCOMPARE(name->text(), "Mutual Fund");
-    QCOMPARE(program.global.BoxEdited, 1);
+    QCOMPARE(program.global.boxes.BoxEdited, 1);
     // Backwards it is the first key typed, which replaces the content.
     QLineEdit* cost = program.box("CGInCostofInvest");
     QTest::mouseClick(cost, Qt::LeftButton);

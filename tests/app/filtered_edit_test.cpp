@@ -11,20 +11,6 @@
 #include "ui_testing.h"
 
 namespace mirelund::testing {
-namespace {
-
-// A stored number, as the box shows it.
-std::string shownAs(const BoxRule& rule, double value) {
-  BoxState boxes;
-  if (rule.store == BoxStore::MortgageInputs)
-    boxes.MortgageInputs[rule.slot] = value;
-  else
-    boxes.InputValues[rule.slot] = ToCurrency(value);
-  return boxText(boxes, rule);
-}
-
-}  // namespace
-
 class FilteredEditTest : public QObject {
   Q_OBJECT
 

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "calc/capital_required.h"
@@ -25,6 +26,16 @@ template <typename Use>
 void forEachBox(Use use) {
   for (std::size_t page = 0; page < kBoxTables.size(); ++page)
     for (const BoxRule& rule : kBoxTables[page]) use(static_cast<int>(page), rule);
+}
+
+/// A stored number, as the box shows it.
+inline std::string shownAs(const BoxRule& rule, double value) {
+  BoxState boxes;
+  if (rule.store == BoxStore::MortgageInputs)
+    boxes.MortgageInputs[rule.slot] = value;
+  else
+    boxes.InputValues[rule.slot] = ToCurrency(value);
+  return boxText(boxes, rule);
 }
 
 }  // namespace mirelund

@@ -43,7 +43,7 @@ class ManagerBoundariesTest : public QObject {
     program.type("CVInPrice_2", "30");
     program.click("CVCalc");
     QVERIFY(!program.text("CVResults").isEmpty());
-    QCOMPARE(program.global.ChartCount, 2);
+    QCOMPARE(program.global.chart.ChartCount, 2);
 
     program.type("CVInPrice_2", kTooLarge);
     if (way == "mouse") program.click("CVCalc");
@@ -56,7 +56,7 @@ class ManagerBoundariesTest : public QObject {
     }
     QTRY_COMPARE(program.prompts.told, QList<int>{3});
     QCOMPARE(program.text("CVResults"), "");
-    QCOMPARE(program.global.ChartCount, 0);
+    QCOMPARE(program.global.chart.ChartCount, 0);
     QCOMPARE(program.box("CVInPrice_2")->text(), kTooLarge);  // to be seen and mended
     program.takeTold();
     program.click("CVGraph");
@@ -94,7 +94,7 @@ class ManagerBoundariesTest : public QObject {
 
   void noLineBreakEntersTheNameDialog() {
     Global global;
-    DialogPrompts prompts(global);
+    DialogPrompts prompts(global.dialogs);
     PdfTarget printing;
     Program program(prompts, printing, global);
     program.start().show();

@@ -39,19 +39,18 @@ std::string roundedDigits(double value, int places) {
   return digits;
 }
 
-// Numbers of more digits than 64 bits hold: plain, and rare.
+// Numbers of more digits than 64 bits hold: plain, and rare. Of their 15 digits none
+// stands behind the point.
 std::string longText(const std::string& digits, bool negative, const Pattern& pattern) {
   const std::size_t decimals = pattern.decimals;
   std::string integer = digits.substr(0, digits.size() - decimals);
-  std::string fraction = digits.substr(digits.size() - decimals);
-  while (fraction.size() > pattern.minDecimals && fraction.back() == '0') fraction.pop_back();
   if (pattern.grouped)
     for (auto at = static_cast<std::ptrdiff_t>(integer.size()) - 3; at > 0; at -= 3)
       integer.insert(static_cast<std::size_t>(at), 1, ',');
   std::string out(negative ? "-" : "");
   out += integer;
   if (pattern.point) out += '.';
-  out += fraction;
+  out.append(pattern.minDecimals, '0');
   if (pattern.percent) out += '%';
   return out;
 }

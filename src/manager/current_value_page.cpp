@@ -145,7 +145,7 @@ void CurrentValuePage::CVHelp_Click() {
 }
 
 void CurrentValuePage::CVPrint_Click() {
-  printReport();
+  printShown();
 }
 
 void CurrentValuePage::CVExit_Click() {

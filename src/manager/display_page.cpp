@@ -129,7 +129,7 @@ void DisplayPage::DDHelp_Click() {
 }
 
 void DisplayPage::DDPrint_Click() {
-  printReport();
+  printShown();
 }
 
 void DisplayPage::DDExit_Click() {

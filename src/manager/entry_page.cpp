@@ -280,7 +280,7 @@ void EntryPage::EHelp_Click() {
 }
 
 void EntryPage::EPrint_Click() {
-  printReport();
+  printShown();
 }
 
 void EntryPage::EExit_Click() {

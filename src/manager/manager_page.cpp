@@ -48,7 +48,7 @@ void ReportPage::setHelpShown(bool shown) {
   help_->setText(shown ? "Close &Help" : "&Help");
 }
 
-void ReportPage::printReport() {
+void ReportPage::printShown() {
   host().leaveFocused();
   host().print(report_->toPlainText());
 }

@@ -111,7 +111,7 @@ class ReportPage : public ManagerPage {
   /// Puts the report back into the box when Help closes.
   virtual void restoreReport() = 0;
 
-  void printReport();
+  void printShown();
 
  private:
   void setHelpShown(bool shown);

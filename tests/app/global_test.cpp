@@ -36,6 +36,11 @@ TEST(CurrencyTable, IsAllZeroAfterRedimension) {
     for (std::size_t column = 0; column < 2; ++column)
       EXPECT_TRUE(std::as_const(table).at(row, column).isZero());
   table.at(2, 1) = Currency::whole(3);
+  table.redimension(3, 3);
+  for (std::size_t row = 0; row < 3; ++row)
+    for (std::size_t column = 0; column < 3; ++column)
+      EXPECT_TRUE(std::as_const(table).at(row, column).isZero());
+  table.at(2, 2) = Currency::whole(4);
   table.redimension(4, 5);
   EXPECT_EQ(table.rows(), 4U);
   EXPECT_EQ(table.columns(), 5U);

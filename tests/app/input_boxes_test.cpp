@@ -300,6 +300,14 @@ TEST(KeyFilters, TheDeleteCharacterIsTypedButNeverPasted) {
   }
 }
 
+TEST(EnterText, NothingIsNoFirstKey) {
+  Global global;
+  const KeyPressed entered = enterText(global.boxes, KeyFilter::Decimal, 0, "$1.00", "");
+  EXPECT_TRUE(entered.passed);
+  EXPECT_FALSE(entered.emptyFirst) << "the content stays";
+  EXPECT_EQ(global.boxes.BoxEdited, 0);
+}
+
 TEST(EnterText, TakesAllOfItOrNothing) {
   Global global;
   global.boxes.BoxEdited = 0;

@@ -517,6 +517,13 @@ TEST_F(ManagerTest, CurrentValueRefusesAnEmptyFundThenAMissingPrice) {
   EXPECT_EQ(manager.priceText(1), "");
 }
 
+TEST_F(ManagerTest, WithoutFundsThereIsATableButNothingToGraph) {
+  const Outcome outcome = manager.calculateCurrentValue();
+  EXPECT_EQ(outcome.message, Message::None);
+  EXPECT_NE(outcome.results, "");
+  EXPECT_EQ(manager.graphCurrentValue(), Message::NothingToGraph);
+}
+
 TEST_F(ManagerTest, APriceOutOfRangeGivesMessageThreeAndNoTable) {
   ASSERT_EQ(open(madeDatabase(2, 4)), Message::None);
   const auto price = [&](std::int16_t row, const std::string& text) {

@@ -227,7 +227,7 @@ FileRead PosixFileStore::read(const std::string& path, std::size_t most) {
   OpenFile file(calls_, path, O_RDONLY | O_NONBLOCK);
   struct stat status {};
   if (!file.isOpen() || calls_.fstat(file.number(), &status) != 0) return {reasonOfErrno(), {}};
-  if (!S_ISREG(status.st_mode) || status.st_size < 0) return {FileFailure::NotAFile, {}};
+  if (!S_ISREG(status.st_mode)) return {FileFailure::NotAFile, {}};
   const auto size = static_cast<std::size_t>(status.st_size);
   if (size > most) return {FileFailure::TooLarge, {}};
   FileRead read;

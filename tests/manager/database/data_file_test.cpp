@@ -446,5 +446,22 @@ TEST(DataFile, NamesAreBytes) {
   }
 }
 
+// Nothing in a data file is filler: whatever byte becomes another that stands
+// nowhere, the file is refused; but for the letters of a name.
+TEST(DataFile, EveryByteCounts) {
+  const std::string bytes = writeDatabase(madeDatabase(2, 3));
+  ASSERT_TRUE(parseDatabase(bytes));
+  int names = 0;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (const char wrong : {'\x01', 'x'}) {
+      std::string broken = bytes;
+      broken[i] = wrong;
+      if (parseDatabase(broken)) ++names;
+    }
+  }
+  // "All Records" and two of "Fund ?", in both ways.
+  EXPECT_EQ(names, 2 * (11 + 6 + 6));
+}
+
 }  // namespace
 }  // namespace mirelund

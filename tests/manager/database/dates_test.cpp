@@ -172,5 +172,12 @@ TEST(DateKey, OnlyDigitsAndSeparatorsPass) {
   for (const char c : std::string("aZ,:\"#+\t\r\x7f\xe9")) EXPECT_FALSE(isDateKey(c)) << c;
 }
 
+TEST(ShortDateFormat, NamesEachPartOnceOrIsTheDefault) {
+  const ShortDateFormat usual;
+  for (const char* pattern :
+       {"", "d", "d/M", "M/d", "d/d/y", "d/M/d", "d/M/M", "y/y/y", "d/M/y/d", "'d/M/y'", "x/y/z"})
+    EXPECT_EQ(shortDateFormat(pattern), usual) << pattern;
+}
+
 }  // namespace
 }  // namespace mirelund

@@ -21,6 +21,8 @@ class NotingCalls : public FileCalls {
   std::vector<std::string> made;
   std::function<int(const std::string& call)> failing;  // its errno, or 0
   std::optional<uid_t> owner;                           // what files say of theirs
+  std::optional<gid_t> group;
+  bool writesNothing = false;
 
   int open(const char* path, int flags, mode_t mode) override {
     std::string what = "open " + shortName(path) + ' ' + flagNames(flags);
@@ -36,7 +38,7 @@ class NotingCalls : public FileCalls {
   }
   ssize_t write(int file, const void* from, std::size_t size) override {
     return noted("write " + std::to_string(size),
-                 [&] { return FileCalls::write(file, from, size); });
+                 [&] { return writesNothing ? ssize_t{0} : FileCalls::write(file, from, size); });
   }
   int fsync(int file) override {
     return noted("fsync", [&] { return FileCalls::fsync(file); });
@@ -53,12 +55,13 @@ class NotingCalls : public FileCalls {
     return noted("stat " + shortName(path), [&] {
       const int result = FileCalls::stat(path, status);
       if (owner) status->st_uid = *owner;
+      if (group) status->st_gid = *group;
       return result;
     });
   }
-  int fchown(int file, uid_t user, gid_t group) override {
-    return noted("fchown " + std::to_string(user),
-                 [&] { return FileCalls::fchown(file, getuid(), group); });
+  int fchown(int file, uid_t user, gid_t toGroup) override {
+    return noted("fchown " + std::to_string(user) + ' ' + std::to_string(toGroup),
+                 [&] { return FileCalls::fchown(file, getuid(), getgid()); });
   }
   int fchmod(int file, mode_t mode) override {
     char octal[16];
@@ -184,6 +187,10 @@ TEST_F(SaveOrder, AnotherOwnersFileStaysTheirs) {
   calls.made.clear();
   EXPECT_EQ(save(), FileFailure::None);
   EXPECT_EQ(calls.count("fchown"), 0) << "nothing to give away";
+  calls.group = getgid() + 1;
+  EXPECT_EQ(save(), FileFailure::None);
+  EXPECT_EQ(calls.count("fchown " + std::to_string(getuid()) + ' ' + std::to_string(getgid() + 1)),
+            1);
 }
 
 TEST_F(SaveOrder, WhatFailsBeforeTheRenameKeepsTheOldFile) {
@@ -201,6 +208,21 @@ TEST_F(SaveOrder, WhatFailsBeforeTheRenameKeepsTheOldFile) {
     EXPECT_EQ(fresh.count("rename"), std::string(failing) == "rename" ? 1 : 0) << failing;
     EXPECT_EQ(fresh.count("unlink *"), 1) << failing;
   }
+}
+
+TEST_F(SaveOrder, ADiskThatTakesNothingIsNotAskedForEver) {
+  write(path, "old");
+  calls.writesNothing = true;
+  EXPECT_EQ(save(), FileFailure::Other);
+  EXPECT_EQ(calls.count("write"), 1);
+  expectOldFileAlone();
+}
+
+TEST_F(SaveOrder, WhatCannotBeAskedForItsSizeIsNotRead) {
+  write(path, "old");
+  calls.failing = [](const std::string& call) { return call == "fstat" ? EIO : 0; };
+  EXPECT_EQ(PosixFileStore(calls).read(path, 100).failure, FileFailure::Other);
+  EXPECT_EQ(calls.made.size(), 3U) << "open, fstat, close";
 }
 
 TEST_F(SaveOrder, AFolderThatCannotBeFlushedIsNoFailure) {

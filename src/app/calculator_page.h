@@ -8,7 +8,6 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <functional>
-#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -134,7 +133,10 @@ enum class CalculatorPageIndex : std::int16_t;
 struct CalculatorPageEntry {
   CalculatorPageIndex page;
   const char* caption;
-  std::unique_ptr<CalculatorPage> (*make)(PageHost& host);
+  CalculatorPage* (*make)(PageHost& host);
+  /// The window is as large as this page asks for: it is made with the window, and no
+  /// other page asks for more (CalculatorWindowTest.noPageAsksForMore).
+  bool sizesWindow = false;
 };
 
 }  // namespace mirelund

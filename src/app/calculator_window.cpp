@@ -32,8 +32,8 @@ PQInvest::PQInvest(const Parts& parts)
   Results_ = new ReportBox("Results", kReportColumns, kReportLines, this);
   layout->addWidget(Results_, 1);
   connect(boxFocus_, &BoxFocus::left, this, [this](QWidget* control) {
-    CalculatorPage* page = pages_[static_cast<std::size_t>(global().CurrentTab)];
-    if (page->isAncestorOf(control)) page->controlLeft(control);
+    CalculatorPage* shown = page(global().CurrentTab);
+    if (shown->isAncestorOf(control)) shown->controlLeft(control);
   });
   Form_Load();
   resize(sizeHint().boundedTo(screen()->availableSize()));
@@ -48,9 +48,13 @@ QWidget* PQInvest::makeLeftSide() {
   SSTab1_->setAccessibleName("Calculators");
   layout->addWidget(SSTab1_, 1);
   for (const CalculatorPageEntry& entry : parts_.pages) {
-    pages_.push_back(entry.make(*this).release());
-    pages_.back()->setObjectName(QString("FrameAll_%1").arg(static_cast<int>(entry.page)));
+    pages_.push_back(new PageHolder<CalculatorPage>([this, entry] {
+      CalculatorPage* made = entry.make(*this);
+      made->setObjectName(QString("FrameAll_%1").arg(static_cast<int>(entry.page)));
+      return made;
+    }));
     SSTab1_->addTab(pages_.back(), entry.caption);
+    if (entry.sizesWindow) page(static_cast<int>(entry.page));
   }
   // No caption is scrolled out of sight: without room they are cut.
   SSTab1_->setUsesScrollButtons(false);
@@ -63,6 +67,10 @@ QWidget* PQInvest::makeLeftSide() {
   buttons->addWidget(addButton("ExitProgram", "E&xit to menu", &PQInvest::ExitProgram_Click));
   layout->addLayout(buttons);
   return side;
+}
+
+CalculatorPage* PQInvest::page(int index) {
+  return pages_[static_cast<std::size_t>(index)]->page(SSTab1_->tabBar());
 }
 
 QPushButton* PQInvest::addButton(const char* name, const QString& caption,
@@ -82,11 +90,11 @@ void PQInvest::Form_Load() {
   SSTab1_Click(static_cast<int>(parts_.startPage));
 }
 
-void PQInvest::SSTab1_Click(int page) {
+void PQInvest::SSTab1_Click(int index) {
   Results_->clear();
   resetCalculators(global().boxes, global().reports, global().chart);
-  global().CurrentTab = static_cast<std::int16_t>(page);
-  pages_[static_cast<std::size_t>(page)]->load();
+  global().CurrentTab = static_cast<std::int16_t>(index);
+  page(index)->load();
 }
 
 void PQInvest::AllGraphs_Click() {

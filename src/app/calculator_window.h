@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/calculator_page.h"
+#include "app/page_holder.h"
 
 class QPlainTextEdit;
 class QPushButton;
@@ -37,7 +38,7 @@ class PQInvest : public QWidget, private PageHost {
 
  private:
   void Form_Load();
-  void SSTab1_Click(int page);
+  void SSTab1_Click(int index);
   void AllGraphs_Click();
   void HowToUse_Click();
   void ClearResults_Click();
@@ -54,13 +55,14 @@ class PQInvest : public QWidget, private PageHost {
   void print() override;
   using QWidget::show;
 
+  CalculatorPage* page(int index);
   QWidget* makeLeftSide();
   QPushButton* addButton(const char* name, const QString& caption, void (PQInvest::*clicked)());
 
   Parts parts_;
   BoxFocus* boxFocus_;
   QTabWidget* SSTab1_;
-  std::vector<CalculatorPage*> pages_;
+  std::vector<PageHolder<CalculatorPage>*> pages_;
   QPlainTextEdit* Results_;
   /// The report is on screen alone.
   bool handedOver_ = false;

@@ -16,20 +16,20 @@ namespace mirelund {
 namespace {
 
 template <typename Page>
-std::unique_ptr<CalculatorPage> make(PageHost& host) {
-  return std::make_unique<Page>(host);
+CalculatorPage* make(PageHost& host) {
+  return new Page(host);
 }
 
 using Page = CalculatorPageIndex;
 
-constexpr std::array<CalculatorPageEntry, 6> kPages{{
+constexpr auto kPages = std::to_array<CalculatorPageEntry>({
     {Page::PensionGrowth, "Pension growth", make<PensionGrowthPage>},
-    {Page::Mortgage, "Mortgage tables", make<MortgagePage>},
+    {Page::Mortgage, "Mortgage tables", make<MortgagePage>, true},
     {Page::InvestmentGrowth, "Invested growth", make<InvestmentGrowthPage>},
     {Page::RetirementIncome, "Retired income", make<RetirementIncomePage>},
     {Page::CompoundGain, "Compound gain", make<CompoundGainPage>},
     {Page::CapitalRequired, " Capital required", make<CapitalRequiredPage>},
-}};
+});
 static_assert(standsInOrder(kPages, &CalculatorPageEntry::page));
 
 }  // namespace

@@ -39,11 +39,16 @@ ManagerPage* make(ManagerHost& host) {
 struct PageEntry {
   const char* caption;
   ManagerPage* (*make)(ManagerHost& host);
+  /// The window is as large as these pages ask for: they are made with it, and no
+  /// other asks for more (ManagerWindowTest.noPageAsksForMore).
+  bool sizesWindow = false;
 };
 
 constexpr PageEntry kPages[] = {
-    {"&Open file", make<OpenPage>},        {"Data &entry", make<EntryPage>},
-    {"Display f&unds", make<DisplayPage>}, {"Current &value", make<CurrentValuePage>},
+    {"&Open file", make<OpenPage>, true},
+    {"Data &entry", make<EntryPage>, true},
+    {"Display f&unds", make<DisplayPage>, true},
+    {"Current &value", make<CurrentValuePage>},
     {"&Save file", make<SavePage>},
 };
 
@@ -68,13 +73,18 @@ PQManagement::PQManagement(const Parts& parts)
   resize(roomy.boundedTo(screen()->availableSize()));
 }
 
+ManagerPage* PQManagement::page(int index) {
+  return pages_[static_cast<std::size_t>(index)]->page(SSTab2_->tabBar());
+}
+
 void PQManagement::makePages() {
   SSTab2_ = new QTabWidget(this);
   SSTab2_->setObjectName("SSTab2");
   SSTab2_->setAccessibleName("Investment manager");
   for (const PageEntry& entry : kPages) {
-    pages_.push_back(entry.make(*this));
+    pages_.push_back(new PageHolder<ManagerPage>([this, &entry] { return entry.make(*this); }));
     SSTab2_->addTab(pages_.back(), entry.caption);
+    if (entry.sizesWindow) page(SSTab2_->count() - 1);
   }
   SSTab2_->tabBar()->installEventFilter(this);
 }
@@ -102,13 +112,13 @@ void PQManagement::Form_Load() {
   showCounters();
   SSTab2_->setCurrentIndex(kEntryPage);
   connect(SSTab2_, &QTabWidget::currentChanged, this, &PQManagement::SSTab2_Click);
-  pages_[kEntryPage]->shown();
-  pages_[kEntryPage]->firstControl()->setFocus(Qt::OtherFocusReason);
+  page(kEntryPage)->shown();
+  page(kEntryPage)->firstControl()->setFocus(Qt::OtherFocusReason);
 }
 
-void PQManagement::SSTab2_Click(int page) {
+void PQManagement::SSTab2_Click(int index) {
   manager_.leaveEntryPage();
-  ManagerPage* chosen = pages_[static_cast<std::size_t>(page)];
+  ManagerPage* chosen = page(index);
   chosen->shown();
   // Whoever walks the tabs with the keys stays on them.
   if (!SSTab2_->tabBar()->hasFocus()) chosen->firstControl()->setFocus(Qt::OtherFocusReason);
@@ -129,9 +139,9 @@ bool PQManagement::eventFilter(QObject* watched, QEvent* event) {
   return QWidget::eventFilter(watched, event);
 }
 
-void PQManagement::startFilePage(int page) {
-  auto* file = qobject_cast<FilePage*>(pages_[static_cast<std::size_t>(page)]);
-  if (file != nullptr && SSTab2_->currentIndex() == page) file->start();
+void PQManagement::startFilePage(int index) {
+  if (SSTab2_->currentIndex() != index) return;
+  if (auto* file = qobject_cast<FilePage*>(page(index))) file->start();
 }
 
 // --- leaving --------------------------------------------------------------------

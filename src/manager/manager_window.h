@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "app/page_holder.h"
 #include "manager/manager_page.h"
 
 class QSessionManager;
@@ -46,7 +47,7 @@ class PQManagement : public QWidget, private ManagerHost {
   void Form_Load();
   /// Asks before unsaved changes are given up; every way of closing comes here.
   void Form_QueryUnload(QCloseEvent* event);
-  void SSTab2_Click(int page);
+  void SSTab2_Click(int index);
   void endSession(QSessionManager& session);
 
   Manager& manager() override { return manager_; }
@@ -63,15 +64,16 @@ class PQManagement : public QWidget, private ManagerHost {
   void print(QString report) override;
   void leave() override;
 
+  ManagerPage* page(int index);
   void makePages();
   QLayout* makeCounters();
-  void startFilePage(int page);
+  void startFilePage(int index);
 
   Parts parts_;
   Manager manager_;
   BoxFocus* boxFocus_;
   QTabWidget* SSTab2_;
-  std::vector<ManagerPage*> pages_;
+  std::vector<PageHolder<ManagerPage>*> pages_;
   QLabel* ENumFunds_;
   QLabel* ENumRec_;
   QLabel* EDatabase_;

@@ -14,6 +14,41 @@ class CalculatorWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
+  // Pages are made when they are needed, and the window must not grow then.
+  void noPageAsksForMore() {
+    const QFont usual = QApplication::font();
+    for (const int points : {6, 7, 8, 9, 10, 12, 14, 18, 24}) {
+      QFont font = usual;
+      font.setPointSize(points);
+      QApplication::setFont(font);
+      ProgramFixture program;
+      program.click("StartCalc");
+      auto* tabs = program.find<QTabWidget>("SSTab1");
+      const QSize asked = tabs->sizeHint();
+      const QSize least = tabs->minimumSizeHint();
+      const QSize size = program.window("PQInvest")->size();
+      for (int page = 0; page < tabs->count(); ++page) {
+        program.choosePage(page);
+        QCOMPARE(tabs->sizeHint(), asked);
+        QCOMPARE(tabs->minimumSizeHint(), least);
+        QCOMPARE(program.window("PQInvest")->size(), size);
+      }
+    }
+    QApplication::setFont(usual);
+  }
+
+  void tabWalksAPageMadeLateInItsOrder() {
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.find<QTabWidget>("SSTab1")->tabBar()->setFocus();
+    for (const char* name :
+         {"CGInCostofInvest", "CGInValueNow", "CGInNumOfYrs", "CGInNameOfInvest", "CGCalculate",
+          "CGHelp", "CGPrint", "AllGraphs", "HowToUse", "ClearResults", "ExitProgram", "Results"}) {
+      program.key(Qt::Key_Tab);
+      QCOMPARE(QApplication::focusWidget()->objectName(), name);
+    }
+  }
+
   void theStartWindowOpensAndTakesBack() {
     ProgramFixture program;
     QCOMPARE(program.find<QPushButton>("StartCalc")->text(), "Calculations");

@@ -9,6 +9,38 @@ class ManagerWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
+  // Pages are made when they are needed, and the window must not grow then.
+  void noPageAsksForMore() {
+    const QFont usual = QApplication::font();
+    for (const int points : {6, 7, 8, 9, 10, 12, 14, 18, 24}) {
+      QFont font = usual;
+      font.setPointSize(points);
+      QApplication::setFont(font);
+      ManagerFixture program;
+      auto* tabs = program.find<QTabWidget>("SSTab2");
+      const QSize asked = tabs->sizeHint();
+      const QSize least = tabs->minimumSizeHint();
+      const QSize size = program.manager()->size();
+      for (int page = 0; page < tabs->count(); ++page) {
+        program.page(page);
+        QCOMPARE(tabs->sizeHint(), asked);
+        QCOMPARE(tabs->minimumSizeHint(), least);
+        QCOMPARE(program.manager()->size(), size);
+      }
+    }
+    QApplication::setFont(usual);
+  }
+
+  void tabWalksAPageMadeLateInItsOrder() {
+    ManagerFixture program;
+    program.page(kCurrentValuePage);
+    program.find<QTabWidget>("SSTab2")->tabBar()->setFocus();
+    for (const char* name : {"CVCalc", "CVGraph", "CVHelp", "CVPrint", "CVExit", "CVResults"}) {
+      program.key(Qt::Key_Tab);
+      QCOMPARE(QApplication::focusWidget()->objectName(), name);
+    }
+  }
+
   void pagesInTheirOrder() {
     ManagerFixture program;
     auto* tabs = program.find<QTabWidget>("SSTab2");

@@ -16,7 +16,7 @@ Database fundSample(std::int16_t records) {
     addFund(database, "Fund number " + std::to_string(fund));
   database.RecordCount = records;
   for (Record& record : database.records()) {
-    const TransactionType& type = kTransactionTypes[static_cast<std::size_t>(between(0, 5))];
+    const TransactionType& type = transactionTypes()[static_cast<std::size_t>(between(0, 5))];
     const std::int64_t sign = type.leavesHolding ? -1 : 1;
     record.fund = Currency::whole(between(1, kMostFunds));
     record.type = type.code;

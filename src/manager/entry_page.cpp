@@ -57,7 +57,7 @@ void EntryPage::makeFundRow() {
 void EntryPage::makeEntryRow() {
   auto* grid = new QGridLayout;
   ETransType_ = new DropDown("ETransType", kNoTypeText, this);
-  for (const TransactionType& type : kTransactionTypes)
+  for (const TransactionType& type : transactionTypes())
     ETransType_->addItem(toQString(type.listText));
   connect(ETransType_, &DropDown::activated, this, &EntryPage::ETransType_Click);
   connect(ETransType_, &DropDown::keyDown, this, &EntryPage::ETransType_KeyDown);
@@ -200,7 +200,7 @@ void EntryPage::showRow() {
                           static_cast<QWidget*>(ETransType_)})
     locked->setEnabled(!correcting);
   ETransType_->setCurrentIndex(type == nullptr ? -1
-                                               : static_cast<int>(type - kTransactionTypes.data()));
+                                               : static_cast<int>(type - transactionTypes().data()));
   for (const EntryBoxRule& rule : kEntryRow) {
     FilteredEdit* box = edit(rule.box);
     const bool used = type != nullptr && type->need(rule.box) != Need::None;

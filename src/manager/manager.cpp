@@ -131,7 +131,7 @@ Message Manager::chooseType(std::size_t index) {
   if (state_.CorrectingRecord != 0) return Message::None;
   if (state_.ActiveFund == 0) return Message::FundNotSelected;
   clearEntryRow();
-  state_.entry.type = &kTransactionTypes.at(index);
+  state_.entry.type = &transactionTypes()[index];
   return Message::None;
 }
 

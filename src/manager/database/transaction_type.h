@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 namespace mirelund {
@@ -39,46 +40,10 @@ struct TransactionType {
   constexpr Need need(EntryBox box) const { return needs[static_cast<std::size_t>(box)]; }
 };
 
-/// In the order of the type list.
-// clang-format off
-inline constexpr auto kTransactionTypes = [] {
-  using enum Need;
-  return std::array<TransactionType, 6>{{
-  //                                        Date      Price     Shares    Fees      Dividend
-  {'B', "Bought",          "Bought    ", {Positive, Positive, Positive, Any,      None},
-   false, false, false, false, BookRule::Trade},
-  {'S', "Sold",            "Sold      ", {Positive, Positive, Positive, Any,      None},
-   true,  false, false, true,  BookRule::Trade},
-  {'C', "Cash Dividend",   "Cash Div. ", {Positive, None,     None,     None,     Positive},
-   false, false, false, false, BookRule::CashReceived},
-  {'D', "Dividend Shares", "Div/Shrs. ", {Positive, Positive, Positive, None,     None},
-   false, true,  true,  false, BookRule::NoCash},
-  {'F', "Fee Cash",        "Fee Cash  ", {Positive, None,     None,     Positive, None},
-   false, false, false, false, BookRule::CashPaid},
-  {'U', "Unit Fee",        "Unit Fee  ", {Positive, Positive, Positive, None,     None},
-   true,  true,  false, false, BookRule::NoCash},
-  }};
-}();
-// clang-format on
-
-static_assert([] {
-  for (const auto& type : kTransactionTypes)
-    if (type.reportWord.size() != kReportWordWidth) return false;
-  return true;
-}());
-
-namespace detail {
-// Every line of a report asks for its type.
-inline constexpr auto kTypeOfCode = [] {
-  std::array<const TransactionType*, 256> types{};
-  for (const auto& type : kTransactionTypes) types[static_cast<unsigned char>(type.code)] = &type;
-  return types;
-}();
-}  // namespace detail
+/// The six types, in the order of the type list.
+std::span<const TransactionType> transactionTypes();
 
 /// The type of a code; null for a character that is none.
-constexpr const TransactionType* transactionType(char code) {
-  return detail::kTypeOfCode[static_cast<unsigned char>(code)];
-}
+const TransactionType* transactionType(char code);
 
 }  // namespace mirelund

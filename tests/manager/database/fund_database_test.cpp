@@ -252,7 +252,7 @@ TEST(FundNames, AreWhatAFileCanCarry) {
 
 TEST(TransactionTypes, AreSixWithTheirCodesAndWords) {
   std::string codes;
-  for (const auto& type : kTransactionTypes) {
+  for (const auto& type : transactionTypes()) {
     codes += type.code;
     EXPECT_EQ(type.reportWord.size(), 10U);
     EXPECT_EQ(transactionType(type.code), &type);

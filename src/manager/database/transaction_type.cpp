@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "manager/database/transaction_type.h"
+
+namespace mirelund {
+
+namespace {
+
+using enum Need;
+
+// clang-format off
+constexpr TransactionType kTypes[] = {
+  //                                        Date      Price     Shares    Fees      Dividend
+  {'B', "Bought",          "Bought    ", {Positive, Positive, Positive, Any,      None},
+   false, false, false, false, BookRule::Trade},
+  {'S', "Sold",            "Sold      ", {Positive, Positive, Positive, Any,      None},
+   true,  false, false, true,  BookRule::Trade},
+  {'C', "Cash Dividend",   "Cash Div. ", {Positive, None,     None,     None,     Positive},
+   false, false, false, false, BookRule::CashReceived},
+  {'D', "Dividend Shares", "Div/Shrs. ", {Positive, Positive, Positive, None,     None},
+   false, true,  true,  false, BookRule::NoCash},
+  {'F', "Fee Cash",        "Fee Cash  ", {Positive, None,     None,     Positive, None},
+   false, false, false, false, BookRule::CashPaid},
+  {'U', "Unit Fee",        "Unit Fee  ", {Positive, Positive, Positive, None,     None},
+   true,  true,  false, false, BookRule::NoCash},
+};
+// clang-format on
+
+constexpr bool everyWordHasItsWidth() {
+  for (const auto& type : kTypes)
+    if (type.reportWord.size() != kReportWordWidth) return false;
+  return true;
+}
+static_assert(everyWordHasItsWidth());
+
+// Every line of a report asks for its type.
+constexpr auto kTypeOfCode = [] {
+  std::array<const TransactionType*, 256> types{};
+  for (const auto& type : kTypes) types[static_cast<unsigned char>(type.code)] = &type;
+  return types;
+}();
+
+}  // namespace
+
+std::span<const TransactionType> transactionTypes() {
+  return kTypes;
+}
+
+const TransactionType* transactionType(char code) {
+  return kTypeOfCode[static_cast<unsigned char>(code)];
+}
+
+}  // namespace mirelund

@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "ui_testing.h"
+
 namespace mirelund::testing {
 
 /// Presses a button of the active window: by "Mouse", by a key that presses the
@@ -16,6 +18,8 @@ inline void press(QPushButton* button, const QString& way) {
     QTest::mouseClick(button, Qt::LeftButton);
     return;
   }
+  // A window below may have asked for the focus late, and got it.
+  QVERIFY(ProgramFixture::isActivated(button->window()));
   const QKeyCombination keys = QKeySequence(way)[0];
   if (keys.keyboardModifiers() != Qt::NoModifier) {
     QTest::keyClick(button->window(), keys.key(), keys.keyboardModifiers());

@@ -154,6 +154,7 @@ class ManagerChartTest : public QObject {
     const QString table = program.text("CVResults");
     inChart([&] { program.click("CVGraph"); },
             [&](QWidget* window, BarChart* /*chart*/) {
+              QVERIFY(ProgramFixture::isActivated(window));
               QCOMPARE(QApplication::focusWidget()->objectName(), "PQGExit");
               QTest::keyClick(window, Qt::Key_X, Qt::AltModifier);
               QTRY_VERIFY(!window->isVisible());

@@ -63,5 +63,16 @@ TEST(AppendExample, EndsAtTheReportsEdge) {
   EXPECT_EQ(help.size(), 45U + NewLine.size());
 }
 
+// Amounts longer than their columns are cut at the column's width.
+TEST(AppendTableRow, HasColumnsOfThreeAndFourteen) {
+  const Currency amount = Currency::fromTenThousandths(1'234'567'890'123'400);
+  std::string report;
+  appendTableRow(report, {Currency::whole(123456), amount, amount, amount});
+  EXPECT_EQ(report, "123123,456,789,01123,456,789,01123,456,789,01\r\n");
+  report.clear();
+  appendTotals(report, "Tot", {Currency(), amount, amount, amount});
+  EXPECT_EQ(report, "Tot123,456,789,01123,456,789,01123,456,789,01\r\n");
+}
+
 }  // namespace
 }  // namespace mirelund

@@ -177,5 +177,30 @@ TEST(CurrentValue, EveryLineIs85Wide) {
   });
 }
 
+// As in the other reports. 1,234,567.5678 x 123,456,789.12 = 152,415,747,872,275.9023;
+// less 123,456,789,012.34 it is a gain of 123,356.7569 %.
+TEST(CurrentValue, EveryColumnIsCutAtItsWidth) {
+  const Database database = held("Abcdefghijkl", Currency::fromTenThousandths(12'345'675'678),
+                                 Currency::fromTenThousandths(1'234'567'890'123'400));
+  const Currency prices[] = {Currency::fromTenThousandths(1'234'567'891'200)};
+  CurrencyTable totals;
+  const std::string table = currentValueTable(database, prices, totals);
+  constexpr std::size_t kLine = 85 + NewLine.size();
+  EXPECT_EQ(table.substr(3 * kLine, 85),
+            "A 1,234,567.5678"
+            "123,456,789,"
+            "123,456,789."
+            "152,415,747,8"
+            "152,292,291,"
+            "123,356.7%"
+            "   100.00%");
+  EXPECT_EQ(table.substr(5 * kLine, 85),
+            "Tot:      123,456,789,012.34"
+            "   152,415,747,872,275.90"
+            "152,292,291,"
+            "123,356.7%"
+            "          ");
+}
+
 }  // namespace
 }  // namespace mirelund

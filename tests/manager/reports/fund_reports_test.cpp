@@ -313,5 +313,60 @@ TEST(FundReports, FundsThatShareANumberCanOutgrowTheBox) {
   EXPECT_TRUE(report.blocks.empty());
 }
 
+// Amounts longer than their columns: each stands cut at its column's width, so that
+// every width is held. 12,345,678.1234 x 12,345,678.5678 = 152,415,773,813,016.7037.
+TEST(FundReports, EveryColumnIsCutAtItsWidth) {
+  Database database;
+  addFund(database, "Wide");
+  Record& record = database.RecordTable[1];
+  record.fund = Currency::whole(1);
+  record.price = Currency::fromTenThousandths(123'456'781'234);
+  record.shares = Currency::fromTenThousandths(123'456'785'678);
+  record.fees = Currency::fromTenThousandths(1'234'567'891'200);
+  record.dividend = Currency::fromTenThousandths(1'234'567'893'400);
+  record.bookValue = Currency::fromTenThousandths(12'345'678'905'600);
+  record.date = date(2001, 1, 2);
+  record.type = 'D';
+  record.number = 1;
+  database.RecordCount = 1;
+  CurrencyTable totals(kTotalsRows, kTotalsColumns);
+
+  const auto list = linesOf(recordList(database, 1, kFormat, totals));
+  EXPECT_EQ(list[3],
+            "Div/Shrs.   1/2/2001"
+            "12,345,678.1"
+            "12,345,678.5"
+            "123,456,789"
+            "152,415,773"
+            "123,456,789"
+            "1,234,567,89"
+            "      1");
+  EXPECT_EQ(list[5],
+            "Total:                         "
+            "12,345,678.56"
+            "123,456,789"
+            "152,415,773"
+            "123,456,789"
+            "1,234,567,89");
+
+  const auto report = linesOf(allFundsReport(database, kFormat, totals).text);
+  EXPECT_EQ(report[3],
+            "Div/Shrs.   1/2/2001"
+            "12,345,678.1"
+            "12,345,678.5"
+            "123,456,789"
+            "12,345,678."
+            "123,456,789"
+            "1,234,567,890");
+  const std::string sums =
+      "12,345,678.567"
+      "123,456,789"
+      "12,345,678."
+      "123,456,789"
+      "1,234,567,890";
+  EXPECT_EQ(report[5], "Total:                        " + sums);
+  EXPECT_EQ(report[7], "Total all funds:              " + sums);
+}
+
 }  // namespace
 }  // namespace mirelund

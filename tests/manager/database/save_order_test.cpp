@@ -7,7 +7,6 @@
 
 #include <cerrno>
 #include <functional>
-#include <regex>
 
 #include "manager/database/databases.h"
 #include "manager/database/posix_file_store.h"
@@ -99,7 +98,13 @@ class NotingCalls : public FileCalls {
   static std::string shortName(const std::string& path) {
     const std::string name = path.substr(path.rfind('/') + 1);
     if (name.empty()) return "/";
-    return std::regex_replace(name, std::regex("^\\.mirelund-[0-9a-f]{8}\\.tmp$"), "*");
+    constexpr std::string_view kBefore = ".mirelund-";
+    constexpr std::string_view kBehind = ".tmp";
+    const bool isTemporary =
+        name.size() == kBefore.size() + 8 + kBehind.size() && name.starts_with(kBefore) &&
+        name.ends_with(kBehind) &&
+        name.find_first_not_of("0123456789abcdef", kBefore.size()) == kBefore.size() + 8;
+    return isTemporary ? "*" : name;
   }
   static std::string flagNames(int flags) {
     std::string names = (flags & O_ACCMODE) == O_WRONLY ? "WRONLY" : "RDONLY";

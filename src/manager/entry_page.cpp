@@ -199,8 +199,8 @@ void EntryPage::showRow() {
   for (QWidget* locked : {static_cast<QWidget*>(EFunds_), static_cast<QWidget*>(ECreateFund_),
                           static_cast<QWidget*>(ETransType_)})
     locked->setEnabled(!correcting);
-  ETransType_->setCurrentIndex(type == nullptr ? -1
-                                               : static_cast<int>(type - transactionTypes().data()));
+  ETransType_->setCurrentIndex(
+      type == nullptr ? -1 : static_cast<int>(type - transactionTypes().data()));
   for (const EntryBoxRule& rule : kEntryRow) {
     FilteredEdit* box = edit(rule.box);
     const bool used = type != nullptr && type->need(rule.box) != Need::None;

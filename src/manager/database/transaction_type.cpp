@@ -10,17 +10,17 @@ using enum Need;
 // clang-format off
 constexpr TransactionType kTypes[] = {
   //                                        Date      Price     Shares    Fees      Dividend
-  {'B', "Bought",          "Bought    ", {Positive, Positive, Positive, Any,      None},
+  {"Bought",          "Bought    ", 'B', {Positive, Positive, Positive, Any,      None},
    false, false, false, false, BookRule::Trade},
-  {'S', "Sold",            "Sold      ", {Positive, Positive, Positive, Any,      None},
+  {"Sold",            "Sold      ", 'S', {Positive, Positive, Positive, Any,      None},
    true,  false, false, true,  BookRule::Trade},
-  {'C', "Cash Dividend",   "Cash Div. ", {Positive, None,     None,     None,     Positive},
+  {"Cash Dividend",   "Cash Div. ", 'C', {Positive, None,     None,     None,     Positive},
    false, false, false, false, BookRule::CashReceived},
-  {'D', "Dividend Shares", "Div/Shrs. ", {Positive, Positive, Positive, None,     None},
+  {"Dividend Shares", "Div/Shrs. ", 'D', {Positive, Positive, Positive, None,     None},
    false, true,  true,  false, BookRule::NoCash},
-  {'F', "Fee Cash",        "Fee Cash  ", {Positive, None,     None,     Positive, None},
+  {"Fee Cash",        "Fee Cash  ", 'F', {Positive, None,     None,     Positive, None},
    false, false, false, false, BookRule::CashPaid},
-  {'U', "Unit Fee",        "Unit Fee  ", {Positive, Positive, Positive, None,     None},
+  {"Unit Fee",        "Unit Fee  ", 'U', {Positive, Positive, Positive, None,     None},
    true,  true,  false, false, BookRule::NoCash},
 };
 // clang-format on

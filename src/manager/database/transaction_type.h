@@ -27,9 +27,9 @@ enum class BookRule : std::uint8_t { Trade, CashReceived, CashPaid, NoCash };
 inline constexpr std::size_t kReportWordWidth = 10;
 
 struct TransactionType {
-  char code;                    ///< in the data file
   std::string_view listText;    ///< in the type list
   std::string_view reportWord;  ///< in the reports, kReportWordWidth characters
+  char code;                    ///< in the data file
   std::array<Need, kEntryBoxes> needs;
   bool leavesHolding;     ///< the number of shares is stored negative
   bool hasDividendUnit;   ///< price x shares is shown as dividend or unit value

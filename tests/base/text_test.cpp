@@ -31,6 +31,10 @@ TEST(Text, BytesAreShownAsUtf8OrWindows1252) {
   EXPECT_EQ(displayText("Z\xFCrich"), "Zürich");
   EXPECT_EQ(displayText("\x80 5 \x93x\x94 \x85 \x8A\x9F"), "€ 5 “x” … ŠŸ");
   EXPECT_EQ(displayText("\xA0\xFF"), "\xC2\xA0ÿ");
+  // All that Windows-1252 has between 0x80 and 0x9F.
+  EXPECT_EQ(displayText("\x80\x82\x83\x84\x85\x86\x87\x88\x89\x8A\x8B\x8C\x8E"), "€‚ƒ„…†‡ˆ‰Š‹ŒŽ");
+  EXPECT_EQ(displayText("\x91\x92\x93\x94\x95\x96\x97\x98\x99\x9A\x9B\x9C\x9E\x9F"),
+            "‘’“”•–—˜™š›œžŸ");
   // Five bytes stand for nothing.
   EXPECT_EQ(displayText("\x81\x8D\x8F\x90\x9D"), "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
 }

@@ -393,6 +393,20 @@ TEST_F(ManagerTest, SavesAndOpensByteForByte) {
   EXPECT_EQ(manager.state().FileChanged, 0);
 }
 
+TEST_F(ManagerTest, ADialogThatIsDoneLeavesTheModeIdle) {
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  manager.setFileDialog(FileDialog::Saving);
+  EXPECT_EQ(manager.SaveDatabase(folder.file("Mine.PQD")).message, Message::None);
+  EXPECT_EQ(manager.state().FileDialogMode, FileDialog::Idle);
+  manager.setFileDialog(FileDialog::Opening);
+  EXPECT_EQ(manager.OpenDatabase(folder.file("Mine.PQD")), Message::None);
+  EXPECT_EQ(manager.state().FileDialogMode, FileDialog::Idle);
+  manager.setFileDialog(FileDialog::Opening);
+  EXPECT_EQ(manager.OpenDatabase(folder.file("Missing.PQD")), Message::CannotOpen);
+  EXPECT_EQ(manager.state().FileDialogMode, FileDialog::Idle);
+}
+
 TEST_F(ManagerTest, NothingToSaveWithoutRecords) {
   EXPECT_EQ(manager.checkSave(), Message::NoRecords);
   addFund("Amber");

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <string_view>
 
+#include "base/file_store.h"
 #include "manager/database/data_file.h"
-#include "manager/database/file_store.h"
 #include "sample_database.h"
 
 int main(int count, char** words) {

@@ -17,7 +17,7 @@
 
 #include "app/global.h"
 #include "app/input_boxes.h"
-#include "manager/database/file_store.h"
+#include "base/file_store.h"
 #include "manager/database/fund_database.h"
 #include "manager/reports/fund_reports.h"
 #include "manager/transaction_entry.h"

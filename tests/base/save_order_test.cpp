@@ -8,8 +8,8 @@
 #include <cerrno>
 #include <functional>
 
+#include "base/posix_file_store.h"
 #include "manager/database/databases.h"
-#include "manager/database/posix_file_store.h"
 
 namespace mirelund {
 namespace {

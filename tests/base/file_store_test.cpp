@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "manager/database/posix_file_store.h"
+#include "base/posix_file_store.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
-#include "manager/database/file_store.h"
+#include "base/file_store.h"
 
 namespace mirelund {
 

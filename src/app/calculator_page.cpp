@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "app/caption.h"
 #include "app/filtered_edit.h"
 #include "base/ui_text.h"
 
@@ -48,7 +49,7 @@ void CalculatorPage::setOption(int option, const std::vector<ShownText>& texts) 
 
 QLabel* CalculatorPage::addRow(QGridLayout* grid, const QString& label, QWidget* control) {
   const int row = grid->rowCount();
-  auto* text = new QLabel(label);
+  auto* text = new Caption(label);
   text->setBuddy(control);
   if (control->accessibleName().isEmpty()) control->setAccessibleName(label);
   grid->addWidget(text, row, 0);

@@ -3,6 +3,7 @@
 
 #include <QLabel>
 
+#include "app/caption.h"
 #include "app/report_box.h"
 #include "base/ui_text.h"
 
@@ -15,7 +16,7 @@ constexpr int kReportLines = 16;
 ManagerPage::ManagerPage(ManagerHost& host) : host_(host), column_(new QVBoxLayout(this)) {}
 
 QLabel* ManagerPage::addLabel(const QString& text, QWidget* control) {
-  auto* label = new QLabel(text, this);
+  auto* label = new Caption(text, this);
   label->setBuddy(control);
   if (control->accessibleName().isEmpty()) control->setAccessibleName(text);
   return label;

@@ -180,7 +180,7 @@ int main(int argc, char** argv) {
   using namespace mirelund;
   // Dates are month, day and year, wherever it runs.
   qputenv("LC_ALL", "en_US.UTF-8");
-  const QApplication application(argc, argv);
+  const Application application(argc, argv);
   useProgramFont();
   bench::Measurements measurements;
   measurements.calculations();

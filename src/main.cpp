@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <QApplication>
-
+#include "application.h"
 #include "dialogs/dialog_prompts.h"
 #include "dialogs/report_printer.h"
+#include "end_signals.h"
 #include "program.h"
 
 int main(int argc, char** argv) {
   using namespace mirelund;
-  const QApplication application(argc, argv);
+  Application application(argc, argv);
   QApplication::setApplicationDisplayName("Mirelund");
   QApplication::setDesktopFileName("mirelund");
   useProgramFont();
@@ -16,6 +16,10 @@ int main(int argc, char** argv) {
   DialogPrompts prompts(global.dialogs);
   SystemPrintTarget printing(prompts);
   Program program(prompts, printing, global);
+  application.setFailureTeller(
+      [&] { prompts.tell(QApplication::activeWindow(), Message::WrongEntry); });
+  const EndSignals endings;
+  QObject::connect(&endings, &EndSignals::arrived, &program, &Program::end);
   program.start().show();
   return QApplication::exec();
 }

@@ -2,28 +2,63 @@
 #include "program.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QFontDatabase>
+#include <QScopeGuard>
+#include <QThread>
+#include <QTimer>
 
 #include "app/calculator_window.h"
 #include "calc/pages.h"
 #include "charts/chart_window.h"
+#include "dialogs/prompts.h"
+#include "dialogs/standing_dialog.h"
 #include "manager/manager_window.h"
 
 namespace mirelund {
 
 Program::Program(Prompts& prompts, PrintTarget& printing, Global& global)
-    : start_([&]() -> PQStart::Windows {
-        const auto showChart = [&](QWidget* over) {
-          PQGraph(global, prompts, printing, over).exec();
-        };
-        return {[=, &global, &prompts, &printing] {
-                  return new PQInvest(
-                      {global, prompts, printing, calculatorPages(), kStartPage, showChart});
-                },
-                [=, &global, &prompts, &printing] {
-                  return new PQManagement({global, prompts, printing, showChart});
-                }};
-      }()) {}
+    : global_(global), start_(windows(prompts, printing)) {}
+
+PQStart::Windows Program::windows(Prompts& prompts, PrintTarget& printing) {
+  const auto showChart = [&](QWidget* over) {
+    if (prompts.cancelsAll()) return;
+    StandingDialog<PQGraph>(global_, prompts, printing, over).wait();
+  };
+  return {
+      [=, this, &prompts, &printing] {
+        return new PQInvest({global_, prompts, printing, calculatorPages(), kStartPage, showChart});
+      },
+      [=, this, &prompts, &printing] {
+        manager_ = new PQManagement({global_, prompts, printing, showChart});
+        return manager_.data();
+      }};
+}
+
+void Program::end() {
+  if (ending_) return;
+  ending_ = true;
+  global_.dialogs.cancelsAll = true;
+  cancelDialogs();
+}
+
+void Program::cancelDialogs() {
+  if (QWidget* popup = QApplication::activePopupWidget())
+    popup->close();
+  else if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+    dialog->reject();
+  // What waits for a dialog goes on first, and may have another one under it.
+  constexpr int kOwnLoop = 1;
+  if (QThread::currentThread()->loopLevel() > kOwnLoop ||
+      QApplication::activeModalWidget() != nullptr) {
+    constexpr int kSoon = 5;
+    QTimer::singleShot(kSoon, this, &Program::cancelDialogs);
+    return;
+  }
+  global_.dialogs.cancelsAll = false;
+  const auto asked = qScopeGuard([this] { ending_ = false; });
+  if (manager_ == nullptr || manager_->mayEnd()) QApplication::exit(0);
+}
 
 void useProgramFont() {
   const QString family = "MS Sans Serif";

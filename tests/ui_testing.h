@@ -8,8 +8,8 @@
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPagedPaintDevice>
 #include <QPlainTextEdit>
-#include <QPrinter>
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QPushButton>
@@ -23,9 +23,20 @@
 #include <functional>
 #include <memory>
 
+#include "application.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
 #include "program.h"
+
+/// As QTEST_MAIN, with the program's application.
+#define MIRELUND_TEST_MAIN(Test)                         \
+  int main(int argc, char** argv) {                      \
+    QCoreApplication::setAttribute(Qt::AA_Use96Dpi);     \
+    const mirelund::Application application(argc, argv); \
+    QTEST_SET_MAIN_SOURCE_PATH                           \
+    Test test;                                           \
+    return QTest::qExec(&test, argc, argv);              \
+  }
 
 namespace mirelund::testing {
 
@@ -34,23 +45,31 @@ class FakePrompts : public Prompts {
  public:
   QList<int> told;  // messages by number
   QStringList warned;
+  QStringList confirmed;
   QList<int> asked;           // questions by number
   std::deque<bool> answers;   // no more answers: no
   std::deque<QString> lines;  // no more lines: cancelled
   std::deque<int> numbers;    // no more numbers: cancelled
   std::deque<QString> paths;  // no more paths: cancelled
   QStringList initialPaths;
-  std::function<void()> whileWarned;  // what a dialog of its own would do meanwhile
+  std::function<void()> whileTold;  // what a dialog of its own would do meanwhile
+  std::function<void()> whileWarned;
   QList<QWidget*> over;
 
   void tell(QWidget* parent, Message message) override {
     over << parent;
     told << static_cast<int>(message);
+    if (whileTold) whileTold();
   }
   void warn(QWidget* parent, const QString& text) override {
     over << parent;
     warned << text;
     if (whileWarned) whileWarned();
+  }
+  bool confirm(QWidget* parent, const QString& text, const QString& /*accept*/) override {
+    over << parent;
+    confirmed << text;
+    return take(answers, false);
   }
   bool ask(QWidget* parent, Question question) override {
     over << parent;
@@ -98,13 +117,11 @@ class PdfTarget : public PrintTarget {
   QString path = folder_.filePath("out.pdf");
   bool cancelled = false;
 
-  std::unique_ptr<QPrinter> open(QWidget* /*over*/, const QString& /*suggestedName*/) override {
+  std::unique_ptr<Printout> open(QWidget* /*over*/, const QString& suggestedName) override {
     if (cancelled) return nullptr;
-    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setPageSize(QPageSize(pageSize));
-    printer->setOutputFileName(path);
-    return printer;
+    auto printout = printoutToPdf(path, suggestedName);
+    printout->pages().setPageSize(QPageSize(pageSize));
+    return printout;
   }
 
   /// The lines of all pages, without the margin they share; `pitch` is the width

@@ -2,6 +2,7 @@
 // A walk through the program without a display: drives the real windows with
 // key and mouse events, prints the reports it obtains, and leaves pictures (PNG)
 // and printouts (PDF) in a folder.
+#include "application.h"
 #include "stage.h"
 
 namespace mirelund::tour {
@@ -114,7 +115,7 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   // Dates are typed as month, day and year, wherever the tour plays.
   qputenv("LC_ALL", "en_US.UTF-8");
-  const QApplication application(argc, argv);
+  const mirelund::Application application(argc, argv);
   QApplication::setApplicationDisplayName("Mirelund");
   // A dialog that nobody expected would wait for an answer.
   constexpr int kPatienceMs = 120'000;

@@ -6,13 +6,14 @@
 #include <QApplication>
 #include <QDir>
 #include <QPlainTextEdit>
-#include <QPrinter>
+#include <QPagedPaintDevice>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTextStream>
 #include <QTimer>
 
+#include "application.h"
 #include "dialogs/dialog_prompts.h"
 #include "dialogs/report_printer.h"
 #include "program.h"
@@ -31,14 +32,11 @@ class FolderTarget : public PrintTarget {
 
   void setNext(const QString& name) { next_ = name; }
 
-  std::unique_ptr<QPrinter> open(QWidget* /*over*/, const QString& suggestedName) override {
-    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setPageSize(QPageSize(QPageSize::A4));
-    printer->setDocName(suggestedName);
-    printer->setOutputFileName(folder_.filePath(next_));
+  std::unique_ptr<Printout> open(QWidget* /*over*/, const QString& suggestedName) override {
+    auto printout = printoutToPdf(folder_.filePath(next_), suggestedName);
+    printout->pages().setPageSize(QPageSize(QPageSize::A4));
     out() << "printout " << folder_.filePath(next_) << Qt::endl;
-    return printer;
+    return printout;
   }
 
  private:

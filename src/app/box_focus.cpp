@@ -3,13 +3,23 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QEvent>
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <utility>
 
 #include "app/filtered_edit.h"
 
 namespace mirelund {
+
+namespace {
+
+bool isMouseDown() {
+  return QGuiApplication::mouseButtons() != Qt::NoButton;
+}
+
+}  // namespace
 
 BoxFocus::BoxFocus(QWidget* window, std::function<void(Message)> tell)
     : QObject(window), window_(window), tell_(std::move(tell)) {
@@ -29,32 +39,37 @@ void BoxFocus::follow(QWidget* now) {
 void BoxFocus::leave(QWidget* control) {
   if (auto* box = qobject_cast<FilteredEdit*>(control)) {
     const BoxLeft gone = box->leave();
-    refused_ = gone.refused;
-    if (gone.message != Message::None)
-      afterClick([this, number = gone.message, where = QPointer<QWidget>(box)] {
-        // The click may have closed the window, or turned to another page.
-        if (where != nullptr && where->isVisible()) tell_(number);
-      });
+    if (gone.message != Message::None) {
+      refused_ = gone.refused;
+      untold_.push_back({gone.message, box});
+      if (!leaving_ && isMouseDown())
+        watchMouse();
+      else if (!leaving_)
+        tellNow();
+    }
   }
   emit left(control);
-  // Told by now, and no reason to stop whatever is pressed next.
-  if (waiting_.empty()) refused_ = false;
 }
 
-bool BoxFocus::leaveNow() {
-  clicking_ = true;
+bool BoxFocus::leaveUntold() {
+  const QScopedValueRollback leaving(leaving_, true);
   if (inside_ != nullptr) leave(inside_);
-  clicking_ = false;
-  const bool refused = refused_;
-  runWaiting();
+  return !untold_.empty();
+}
+
+bool BoxFocus::tellNow() {
+  const bool refused = std::exchange(refused_, false);
+  for (const Untold& each : std::exchange(untold_, {}))
+    if (each.box != nullptr && each.box->isVisible()) tell_(each.message);
   return !refused;
 }
 
 void BoxFocus::click(QAbstractButton* button) {
-  clicking_ = true;
-  button->setFocus(Qt::TabFocusReason);
-  clicking_ = false;
-  button->click();
+  {
+    const QScopedValueRollback leaving(leaving_, true);
+    button->setFocus(Qt::TabFocusReason);
+  }
+  if (tellNow()) button->click();
   runWaiting();
 }
 
@@ -64,26 +79,51 @@ void BoxFocus::moveTo(QWidget* control) {
 }
 
 void BoxFocus::afterClick(std::function<void()> action) {
-  if (clicking_) {
-    waiting_.push_back(std::move(action));
-  } else if (QGuiApplication::mouseButtons() != Qt::NoButton) {
-    if (waiting_.empty()) qApp->installEventFilter(this);
-    waiting_.push_back(std::move(action));
-  } else {
-    action();
-  }
+  if (!leaving_ && !isMouseDown()) return action();
+  waiting_.push_back(std::move(action));
+  if (isMouseDown())
+    watchMouse();
+  else
+    QTimer::singleShot(0, this, &BoxFocus::runWaiting);
 }
 
-bool BoxFocus::eventFilter(QObject* /*watched*/, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonRelease) {
-    qApp->removeEventFilter(this);
-    QTimer::singleShot(0, this, &BoxFocus::runWaiting);
+void BoxFocus::watchMouse() {
+  if (!std::exchange(watching_, true)) qApp->installEventFilter(this);
+}
+
+bool BoxFocus::eventFilter(QObject* watched, QEvent* event) {
+  if (!watched->isWidgetType()) return false;
+  if (event->type() == QEvent::MouseButtonRelease) return released(static_cast<QWidget*>(watched));
+  if (event->type() != QEvent::MouseButtonPress || untold_.empty()) return false;
+  pressedList_ = qobject_cast<QComboBox*>(watched);
+  return pressedList_ != nullptr;
+}
+
+bool BoxFocus::released(QWidget* over) {
+  qApp->removeEventFilter(this);
+  watching_ = false;
+  const QPointer<QComboBox> list = std::exchange(pressedList_, nullptr);
+  const QPointer<QAbstractButton> button = qobject_cast<QAbstractButton*>(over);
+  const bool pressed = button != nullptr && button->isDown();
+  const bool toTell = !untold_.empty();
+  if (toTell) {
+    const bool accepted = tellNow();
+    // The dialog has taken the focus, and with it the button's press.
+    if (accepted && pressed && button != nullptr && button->isEnabled()) button->click();
+    if (accepted && list != nullptr && list->isEnabled()) list->showPopup();
   }
-  return false;
+  QTimer::singleShot(0, this, &BoxFocus::runWaiting);
+  return toTell && (pressed || list != nullptr);
 }
 
 void BoxFocus::runWaiting() {
-  refused_ = false;
+  if (waiting_.empty()) return;
+  // The click's handler has opened a dialog: it is not done.
+  if (QApplication::activeModalWidget() != nullptr) {
+    constexpr int kSoon = 50;
+    QTimer::singleShot(kSoon, this, &BoxFocus::runWaiting);
+    return;
+  }
   for (const auto& action : std::exchange(waiting_, {})) action();
 }
 

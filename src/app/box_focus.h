@@ -10,13 +10,15 @@
 #include "dialogs/messages.h"
 
 class QAbstractButton;
+class QComboBox;
 
 namespace mirelund {
 
 /// Enters and leaves the boxes of a window as the focus moves among its
 /// controls. Another window or a dialog that takes the focus for a while is no
-/// leave. What a leave has to tell is told at once or, where a click is under way,
-/// when it is over: a dialog in between would swallow the click.
+/// leave. What a box has to tell when it is left is told at once or, where a mouse
+/// button is down, when it is released: a dialog in between would swallow the click.
+/// What was clicked takes effect after that, unless the box's value was refused.
 class BoxFocus : public QObject {
   Q_OBJECT
 
@@ -25,14 +27,24 @@ class BoxFocus : public QObject {
   BoxFocus(QWidget* window, std::function<void(Message)> tell);
 
   /// Leaves the focused control where it stands, for a handler that reads it now: a
-  /// mnemonic moves no focus. False when this leave, or the one that the same
-  /// click caused, refused a value; that has been told by then.
-  bool leaveNow();
+  /// mnemonic moves no focus. What it has to tell has been told by then. False when
+  /// its value was refused.
+  bool leaveNow() {
+    leaveUntold();
+    const bool accepted = tellNow();
+    runWaiting();
+    return accepted;
+  }
+
+  /// The same in two steps. The first returns whether there is something to tell,
+  /// which the second tells; false from that when a value was refused.
+  bool leaveUntold();
+  bool tellNow();
 
   /// Gives `button` the focus and clicks it, as one mouse click does.
   void click(QAbstractButton* button);
 
-  /// Runs `action` now or, while a click is under way, when it is over.
+  /// Runs `action` now or, while a click is under way, when its handler is done.
   void afterClick(std::function<void()> action);
 
   /// Moves the focus. The toolkit reports that only while the window is active,
@@ -47,16 +59,26 @@ class BoxFocus : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  struct Untold {
+    Message message;
+    QPointer<QWidget> box;
+  };
+
   void follow(QWidget* now);
   void leave(QWidget* control);
+  void watchMouse();
+  bool released(QWidget* over);
   void runWaiting();
 
   QWidget* window_;
   std::function<void(Message)> tell_;
   QPointer<QWidget> inside_;
+  std::vector<Untold> untold_;
   std::vector<std::function<void()>> waiting_;
-  bool clicking_ = false;  ///< what a leave has to tell waits
-  bool refused_ = false;   ///< a refused value waits to be told
+  QPointer<QComboBox> pressedList_;  ///< would have opened under the message
+  bool watching_ = false;
+  bool leaving_ = false;  ///< what a leave has to tell waits for tellNow
+  bool refused_ = false;  ///< a refused value waits to be told
 };
 
 }  // namespace mirelund

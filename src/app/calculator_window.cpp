@@ -11,6 +11,7 @@
 #include "app/box_focus.h"
 #include "app/how_to_use_help.h"
 #include "app/report_box.h"
+#include "app/tab_guard.h"
 #include "base/ui_text.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
@@ -56,6 +57,7 @@ QWidget* PQInvest::makeLeftSide() {
     SSTab1_->addTab(pages_.back(), entry.caption);
     if (entry.sizesWindow) page(static_cast<int>(entry.page));
   }
+  new TabGuard(SSTab1_, boxFocus_);
   // No caption is scrolled out of sight: without room they are cut.
   SSTab1_->setUsesScrollButtons(false);
   SSTab1_->setElideMode(Qt::ElideRight);

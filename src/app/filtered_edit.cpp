@@ -10,7 +10,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
-#include <memory>
 
 #include "app/box_focus.h"
 #include "base/ui_text.h"
@@ -150,13 +149,14 @@ void FilteredEdit::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void FilteredEdit::contextMenuEvent(QContextMenuEvent* event) {
-  const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+  QMenu* menu = createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
   for (QAction* action : menu->actions()) {
     if (!action->text().startsWith(QLineEdit::tr("&Paste"))) continue;
     action->disconnect();
     connect(action, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
   }
-  menu->exec(event->globalPos());
+  menu->popup(event->globalPos());
 }
 
 void FilteredEdit::dropEvent(QDropEvent* event) {

@@ -62,7 +62,21 @@ void PQStart::StartExit_Click() {
   QApplication::quit();
 }
 
+PQStart::~PQStart() {
+  if (half_ != nullptr) half_->disconnect(this);
+  delete half_.data();
+}
+
+bool PQStart::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Close || QApplication::activeModalWidget() == nullptr)
+    return QWidget::eventFilter(watched, event);
+  event->ignore();
+  return true;
+}
+
 void PQStart::openInstead(QWidget* window) {
+  half_ = window;
+  window->installEventFilter(this);
   window->setAttribute(Qt::WA_DeleteOnClose);
   connect(window, &QObject::destroyed, this, &QWidget::show);
   window->show();

@@ -2,6 +2,7 @@
 // The window that the program starts with.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -10,7 +11,8 @@ class QPushButton;
 namespace mirelund {
 
 /// Opens one of the two halves of the program, or ends it. While a half is open
-/// the start window is hidden; it shows again when that window is closed.
+/// the start window is hidden; it shows again when that window is closed, which no
+/// half is while a dialog of its own is up: what waits for the dialog stands on it.
 class PQStart : public QWidget {
   Q_OBJECT
 
@@ -22,6 +24,11 @@ class PQStart : public QWidget {
   };
 
   explicit PQStart(Windows windows);
+  /// The half that is open goes too.
+  ~PQStart() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void StartCalc_Click();
@@ -32,6 +39,7 @@ class PQStart : public QWidget {
   void openInstead(QWidget* window);
 
   Windows windows_;
+  QPointer<QWidget> half_;
 };
 
 }  // namespace mirelund

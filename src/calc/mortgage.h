@@ -178,6 +178,8 @@ struct MortgageChoices {
   CompoundingPeriod compounding = CompoundingPeriod::Monthly;
   PaymentFrequency frequency = PaymentFrequency::BiweeklyAccelerated;
   SolveFor solveFor = SolveFor::Payment;
+
+  bool operator==(const MortgageChoices&) const = default;
 };
 
 struct MortgageRates {

@@ -5,7 +5,10 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QRadioButton>
+#include <QScopedValueRollback>
+#include <utility>
 
+#include "app/caption.h"
 #include "app/filtered_edit.h"
 #include "base/ui_text.h"
 #include "calc/mortgage_help.h"
@@ -47,8 +50,12 @@ QStringList textsOf(const Table& table) {
   return texts;
 }
 
+bool failed(const MortgageOutcome& outcome) {
+  return outcome.outcome.message != Message::None || !outcome.platformMessage.empty();
+}
+
 QLabel* makeHeading(const QString& text) {
-  auto* label = new QLabel(text);
+  auto* label = new Caption(text);
   QFont bold = label->font();
   bold.setBold(true);
   label->setFont(bold);
@@ -94,7 +101,7 @@ void (MortgagePage::*MortgagePage::clickOf(SolveFor solveFor))() {
 QGroupBox* MortgagePage::makeSolveFor() {
   auto* frame = new QGroupBox("Select to", this);
   auto* column = new QVBoxLayout(frame);
-  column->addWidget(new QLabel("find:", frame));
+  column->addWidget(new Caption("find:", frame));
   solveFor_ = new QButtonGroup(this);
   for (const SolveForRow& row : kSolveFor) {
     auto* option = new QRadioButton(toQString(row.caption), frame);
@@ -138,6 +145,7 @@ void MortgagePage::addResultRow(QGridLayout* grid, const char* name, const QStri
 }
 
 void MortgagePage::load() {
+  told_.reset();
   MTCompPeriod_->setCurrentIndex(static_cast<int>(CompoundingPeriod::Monthly));
   MTFreqPmt_->setCurrentIndex(static_cast<int>(PaymentFrequency::BiweeklyAccelerated));
   solveFor_->button(static_cast<int>(SolveFor::Payment))->setChecked(true);
@@ -190,14 +198,25 @@ void MortgagePage::MTIRFactor_Click(int element) {
   days_.DaysOption = static_cast<std::int16_t>(element);
 }
 
+MortgagePage::Cause MortgagePage::cause() const {
+  std::vector<std::string> texts;
+  for (const TextControl& row : kBoxes) texts.push_back(textOf(row.name));
+  return {std::move(texts), choices(), days_.DaysOption};
+}
+
 void MortgagePage::recalculate() {
   if (quiet_) return;
   readBoxes();
-  const MortgageOutcome outcome = RecalculateMortgage(boxes(), days_, choices(), shown_);
+  const Cause from = cause();
+  const MortgageOutcome outcome = RecalculateMortgage(boxes(), days_, from.choices, shown_);
   showTexts();
-  host().afterClick([this, outcome, solveFor = chosen_] {
+  if (!failed(outcome)) told_.reset();
+  if (!failed(outcome) || told_ == from) return;
+  host().afterClick([this, outcome, from] {
     // The click may have chosen another unknown, or turned to another page.
-    if (!quiet_ && chosen_ == solveFor && isVisible()) tell(outcome);
+    if (quiet_ || chosen_ != from.choices.solveFor || !isVisible()) return;
+    told_ = from;
+    tell(outcome);
   });
 }
 
@@ -205,20 +224,20 @@ void MortgagePage::tell(const MortgageOutcome& outcome) {
   host().show(outcome.outcome);
   if (outcome.platformMessage.empty()) return;
   host().prompts().warn(this, toQString(outcome.platformMessage));
-  quiet_ = true;
+  const QScopedValueRollback quiet(quiet_, true);
   host().moveFocusTo(box("MTInMthPayment"));
-  quiet_ = false;
 }
 
 void MortgagePage::MTCalculate_Click() {
-  quiet_ = true;
-  const bool accepted = host().leaveFocused();
-  quiet_ = false;
-  if (!accepted) return;
+  {
+    const QScopedValueRollback quiet(quiet_, true);
+    if (!host().leaveFocused()) return;
+  }
   readBoxes();
   const MortgageOutcome outcome =
       calculateMortgage(boxes(), reports(), chart(), days_, choices(), shown_);
   showTexts();
+  if (failed(outcome)) told_ = cause();
   tell(outcome);
 }
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "app/calculator_page.h"
 #include "calc/mortgage.h"
 
@@ -38,6 +42,16 @@ class MortgagePage : public CalculatorPage {
   void recalculate();
   void tell(const MortgageOutcome& outcome);
 
+  /// What a recalculation is made of.
+  struct Cause {
+    std::vector<std::string> boxes;
+    MortgageChoices choices;
+    std::int16_t daysOption;
+
+    bool operator==(const Cause&) const = default;
+  };
+  Cause cause() const;
+
   QComboBox* MTCompPeriod_;
   QComboBox* MTFreqPmt_;
   QButtonGroup* MTIRFactor_;
@@ -45,6 +59,9 @@ class MortgagePage : public CalculatorPage {
   SolveFor chosen_ = SolveFor::Payment;
   DaysInYearState days_;
   MortgageTexts shown_;
+  /// Of the failure that was told last: who leaves a box without having changed
+  /// anything since is not held there.
+  std::optional<Cause> told_;
   /// Leaving a control tells nothing: Calculate recalculates and tells by itself,
   /// and a failure that was just told moves the focus to the payment.
   bool quiet_ = false;

@@ -9,6 +9,7 @@
 #include "base/ui_text.h"
 #include "dialogs/input_dialogs.h"
 #include "dialogs/message_dialogs.h"
+#include "dialogs/standing_dialog.h"
 
 namespace mirelund {
 
@@ -23,54 +24,79 @@ QString withEndingOf(const QString& filter, const QString& path) {
 }  // namespace
 
 void DialogPrompts::tell(QWidget* over, Message message) {
+  if (cancelsAll()) return;
   state_.MessageNumber = message;
-  AMsgbox(state_, over).exec();
+  StandingDialog<AMsgbox>(state_, over).wait();
 }
 
 void DialogPrompts::warn(QWidget* over, const QString& text) {
-  QMessageBox box(QMessageBox::Warning, "Mirelund", text, QMessageBox::Ok, over);
-  box.exec();
+  if (cancelsAll()) return;
+  StandingDialog<QMessageBox>(QMessageBox::Warning, "Mirelund", text, QMessageBox::Ok, over).wait();
+}
+
+bool DialogPrompts::confirm(QWidget* over, const QString& text, const QString& accept) {
+  if (cancelsAll()) return false;
+  StandingDialog<QMessageBox> box(QMessageBox::Warning, "Mirelund", text, QMessageBox::Cancel,
+                                  over);
+  const QAbstractButton* const accepting = box->addButton(accept, QMessageBox::AcceptRole);
+  box->setDefaultButton(QMessageBox::Cancel);
+  box->setEscapeButton(QMessageBox::Cancel);
+  return box.wait() && box->clickedButton() == accepting;
 }
 
 bool DialogPrompts::ask(QWidget* over, Question question) {
+  // As if dismissed: the answer that gives nothing up.
+  if (cancelsAll()) return question == Question::DiscardChanges;
   state_.QuestionNumber = question;
-  AllYesNo(state_, over).exec();
+  StandingDialog<AllYesNo>(state_, over).wait();
   return state_.QuestionNumber == Question::AnsweredYes;
 }
 
 std::optional<QString> DialogPrompts::askLine(QWidget* over, const QString& caption,
                                               const QString& prompt) {
-  PrinterHeaderInput(state_, caption, prompt, over).exec();
-  if (state_.PrintHeader == kCancelledLine) return std::nullopt;
+  if (cancelsAll()) return std::nullopt;
+  StandingDialog<PrinterHeaderInput> dialog(state_, caption, prompt, over);
+  if (!dialog.wait() || state_.PrintHeader == kCancelledLine) return std::nullopt;
   return toQString(state_.PrintHeader);
 }
 
 std::optional<int> DialogPrompts::askRecordNumber(QWidget* over, const QString& prompt) {
-  FundCurValInput dialog(prompt, over);
-  dialog.exec();
-  return dialog.number();
+  if (cancelsAll()) return std::nullopt;
+  StandingDialog<FundCurValInput> dialog(prompt, over);
+  return dialog.wait() ? dialog->number() : std::nullopt;
+}
+
+QString DialogPrompts::askPath(QWidget* over, const QString& title, const QString& initial,
+                               const QString& filter, bool toOpen) {
+  if (cancelsAll()) return {};
+  StandingDialog<QFileDialog> dialog(over, title, initial, filter);
+  dialog->setAcceptMode(toOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+  dialog->setFileMode(toOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  if (!QFileInfo(initial).isDir()) dialog->selectFile(initial);
+  if (!dialog.wait() || dialog->result() != QDialog::Accepted) return {};
+  return dialog->selectedFiles().value(0);
 }
 
 QString DialogPrompts::askOpenPath(QWidget* over, const QString& title, const QString& initial,
                                    const QString& filter) {
-  return QFileDialog::getOpenFileName(over, title, initial, filter);
+  return askPath(over, title, initial, filter, true);
 }
 
 QString DialogPrompts::askSavePath(QWidget* over, const QString& title, const QString& initial,
                                    const QString& filter) {
   QString shown = initial;
   for (;;) {
-    const QString typed = QFileDialog::getSaveFileName(over, title, shown, filter);
+    const QString typed = askPath(over, title, shown, filter, false);
     if (typed.isEmpty()) return {};
     shown = withEndingOf(filter, typed);
     // The dialog has asked about the name as it was typed, and about no other.
     if (shown == typed || !QFileInfo::exists(shown)) return shown;
-    if (QMessageBox::question(over, title,
-                              QString("%1 already exists.\nDo you want to replace it?")
-                                  .arg(QFileInfo(shown).fileName()),
-                              QMessageBox::Yes | QMessageBox::No,
-                              QMessageBox::No) == QMessageBox::Yes)
-      return shown;
+    StandingDialog<QMessageBox> box(
+        QMessageBox::Question, title,
+        QString("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(shown).fileName()),
+        QMessageBox::Yes | QMessageBox::No, over);
+    box->setDefaultButton(QMessageBox::No);
+    if (box.wait() && box->result() == QMessageBox::Yes) return shown;
   }
 }
 

@@ -11,8 +11,10 @@ class DialogPrompts : public Prompts {
  public:
   explicit DialogPrompts(DialogState& state) : state_(state) {}
 
+  bool cancelsAll() const override { return state_.cancelsAll; }
   void tell(QWidget* over, Message message) override;
   void warn(QWidget* over, const QString& text) override;
+  bool confirm(QWidget* over, const QString& text, const QString& accept) override;
   bool ask(QWidget* over, Question question) override;
   std::optional<QString> askLine(QWidget* over, const QString& caption,
                                  const QString& prompt) override;
@@ -23,6 +25,9 @@ class DialogPrompts : public Prompts {
                       const QString& filter) override;
 
  private:
+  QString askPath(QWidget* over, const QString& title, const QString& initial,
+                  const QString& filter, bool toOpen);
+
   DialogState& state_;
 };
 

@@ -23,6 +23,8 @@ struct DialogState {
   MessageDetails Details;                    ///< what messages and questions name
   std::string PrintHeader;                   ///< the line typed last, or kCancelledLine
   Window ActiveWindow = Window::None;
+  /// The program is about to end: every dialog counts as cancelled, unseen.
+  bool cancelsAll = false;
 };
 
 /// Points of the font that a report of the window is printed in.

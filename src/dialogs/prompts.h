@@ -17,10 +17,17 @@ class Prompts {
  public:
   virtual ~Prompts() = default;
 
+  /// The program is about to end: nothing is shown any more, whatever is asked is
+  /// cancelled, and no printout begins.
+  virtual bool cancelsAll() const { return false; }
+
   /// Shows a message of the program.
   virtual void tell(QWidget* over, Message message) = 0;
   /// Shows a text in the platform's own message box.
   virtual void warn(QWidget* over, const QString& text) = 0;
+  /// Asks in the platform's own message box; true for the button `accept`. The
+  /// other is Cancel, the default.
+  virtual bool confirm(QWidget* over, const QString& text, const QString& accept) = 0;
   /// Asks a question of the program; true for yes.
   virtual bool ask(QWidget* over, Question question) = 0;
   /// Asks for one line of text; nothing when cancelled. A line of exactly "1" is a

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/report_printer.h"
 
-#include <QFileInfo>
-#include <QFontDatabase>
+#include <QBuffer>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <algorithm>
 #include <utility>
 
+#include "base/file_store.h"
+#include "base/ui_text.h"
 #include "dialogs/prompts.h"
 
 namespace mirelund {
@@ -35,44 +37,67 @@ QStringList linesOf(const QString& text) {
   return lines;
 }
 
-void tellFailure(Prompts& prompts, QWidget* over, const QPrinter& printer) {
-  const QString file = printer.outputFileName();
-  prompts.warn(over, file.isEmpty()
-                         ? QString("The printer \"%1\" did not take the printout. Nothing was "
-                                   "printed.")
-                               .arg(printer.printerName())
-                         : QString("The printout could not be written to \"%1\". Check the "
-                                   "folder and the free space.")
-                               .arg(file));
-}
-
-// A PDF that ends with its end mark has been written whole.
-bool isComplete(const QString& path) {
-  QFile file(path);
-  // A device is no place for a document, and can be read without end.
-  if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)) return false;
-  constexpr qint64 kTail = 64;
-  file.seek(std::max<qint64>(0, file.size() - kTail));
-  return file.read(kTail).contains("%%EOF");
-}
-
-// Draws on a printer and checks that it began, ended and left its file.
-template <typename Draw>
-bool printChecked(QPrinter& printer, Prompts& prompts, QWidget* over, Draw draw) {
-  QPainter painter;
-  bool good = painter.begin(&printer);
-  if (good) {
-    draw(painter);
-    good = painter.end() && printer.printerState() != QPrinter::Error;
+class PaperPrintout : public Printout {
+ public:
+  explicit PaperPrintout(const QString& title) : printer_(QPrinter::HighResolution) {
+    printer_.setDocName(title);
   }
-  if (good && !printer.outputFileName().isEmpty()) good = isComplete(printer.outputFileName());
-  if (!good) tellFailure(prompts, over, printer);
-  return good;
+
+  QPagedPaintDevice& pages() override { return printer_; }
+  QString finish(bool drawn) override {
+    if (drawn && printer_.printerState() != QPrinter::Error) return {};
+    return QString("The printer \"%1\" did not take the printout. Nothing was printed.")
+        .arg(printer_.printerName());
+  }
+
+ private:
+  QPrinter printer_;
+};
+
+class PdfPrintout : public Printout {
+ public:
+  PdfPrintout(const QString& path, const QString& title) : path_(path), writer_(&bytes_) {
+    bytes_.open(QIODevice::WriteOnly);
+    writer_.setTitle(title);
+    writer_.setCreator("Mirelund");
+  }
+
+  QPagedPaintDevice& pages() override { return writer_; }
+  QString finish(bool drawn) override {
+    const QByteArray& whole = bytes_.data();
+    const FileFailure failure =
+        drawn ? systemFiles().replace(toPathBytes(path_),
+                                      {whole.data(), static_cast<std::size_t>(whole.size())})
+              : FileFailure::Other;
+    if (failure == FileFailure::None) return {};
+    const std::string_view reason = failureText(failure);
+    return QString("The printout could not be written to \"%1\". %2")
+        .arg(path_, reason.empty() ? QString("Check the name and the folder.") : toQString(reason));
+  }
+
+ private:
+  QString path_;
+  QBuffer bytes_;
+  QPdfWriter writer_;
+};
+
+// Draws the pages and checks that they began, ended and were taken.
+template <typename Draw>
+bool printChecked(Printout& printout, Prompts& prompts, QWidget* over, Draw draw) {
+  QPainter painter;
+  bool drawn = painter.begin(&printout.pages());
+  if (drawn) {
+    draw(painter);
+    drawn = painter.end();
+  }
+  const QString failure = printout.finish(drawn);
+  if (!failure.isEmpty()) prompts.warn(over, failure);
+  return failure.isEmpty();
 }
 
-double columnsThatFit(const QPrinter& printer, const QFont& font) {
-  return printer.pageLayout().paintRect(QPageLayout::Point).width() /
-         (QFontMetricsF(font, &printer).horizontalAdvance('0') * 72.0 / printer.logicalDpiX());
+double columnsThatFit(QPagedPaintDevice& pages, const QFont& font) {
+  return pages.pageLayout().paintRect(QPageLayout::Point).width() /
+         (QFontMetricsF(font, &pages).horizontalAdvance('0') * 72.0 / pages.logicalDpiX());
 }
 
 // The lines, those longer than `columns` in pieces.
@@ -84,15 +109,16 @@ QStringList broken(const QStringList& lines, qsizetype columns) {
   return pieces;
 }
 
-void drawLines(QPrinter& printer, QPainter& painter, const QFont& font, const QStringList& lines) {
+void drawLines(QPagedPaintDevice& pages, QPainter& painter, const QFont& font,
+               const QStringList& lines) {
   painter.setFont(font);
-  const QFontMetricsF metrics(font, &printer);
+  const QFontMetricsF metrics(font, &pages);
   const double pitch = metrics.lineSpacing();
-  const double height = printer.pageLayout().paintRectPixels(printer.resolution()).height();
+  const double height = pages.pageLayout().paintRectPixels(pages.logicalDpiY()).height();
   double baseline = metrics.ascent();
   for (const QString& line : lines) {
     if (baseline + metrics.descent() > height) {
-      printer.newPage();
+      pages.newPage();
       baseline = metrics.ascent();
     }
     painter.drawText(QPointF(0.0, baseline), line);
@@ -102,49 +128,53 @@ void drawLines(QPrinter& printer, QPainter& painter, const QFont& font, const QS
 
 }  // namespace
 
-std::unique_ptr<QPrinter> SystemPrintTarget::open(QWidget* over, const QString& suggestedName) {
-  auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-  printer->setDocName(suggestedName);
-  // Without a printer the class is silently a PDF printer without a file name.
-  if (QPrinterInfo::defaultPrinter().isNull() && QPrinterInfo::availablePrinterNames().isEmpty()) {
-    const QString path = prompts_.askSavePath(over, "No printer found: save as PDF",
-                                              suggestedName + ".pdf", "PDF document (*.pdf)");
-    if (path.isEmpty()) return nullptr;
-    printer->setOutputFormat(QPrinter::PdfFormat);
-    printer->setOutputFileName(path);
-  }
-  return printer;
+std::unique_ptr<Printout> printoutToPdf(const QString& path, const QString& title) {
+  return std::make_unique<PdfPrintout>(path, title);
+}
+
+std::unique_ptr<Printout> SystemPrintTarget::open(QWidget* over, const QString& suggestedName) {
+  if (prompts_.cancelsAll()) return nullptr;
+  // Without a printer the toolkit's is silently a PDF printer without a file name.
+  if (!QPrinterInfo::defaultPrinter().isNull() || !QPrinterInfo::availablePrinterNames().isEmpty())
+    return std::make_unique<PaperPrintout>(suggestedName);
+  const QString path = prompts_.askSavePath(over, "No printer found: save as PDF",
+                                            suggestedName + ".pdf", "PDF document (*.pdf)");
+  return path.isEmpty() ? nullptr : printoutToPdf(path, suggestedName);
 }
 
 bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts& prompts,
                  QWidget* over) {
   QStringList lines = QStringList{"", ""} + linesOf(report);
 
-  const auto printer = target.open(over, "Mirelund report");
-  if (printer == nullptr) return false;
+  const auto printout = target.open(over, "Mirelund report");
+  if (printout == nullptr) return false;
+  QPagedPaintDevice& pages = printout->pages();
   const QFont font = reportFont(points);
   const QMarginsF margins(kMarginMm, kMarginMm, kMarginMm, kMarginMm);
-  printer->setPageMargins(margins, QPageLayout::Millimeter);
+  pages.setPageMargins(margins, QPageLayout::Millimeter);
   const auto longest =
       std::max_element(lines.begin(), lines.end(),
                        [](const QString& a, const QString& b) { return a.size() < b.size(); });
-  if (static_cast<double>(longest->size()) > columnsThatFit(*printer, font))
-    printer->setPageOrientation(QPageLayout::Landscape);
+  if (static_cast<double>(longest->size()) > columnsThatFit(pages, font))
+    pages.setPageOrientation(QPageLayout::Landscape);
   lines =
-      broken(lines, std::max<qsizetype>(1, static_cast<qsizetype>(columnsThatFit(*printer, font))));
-  return printChecked(*printer, prompts, over,
-                      [&](QPainter& painter) { drawLines(*printer, painter, font, lines); });
+      broken(lines, std::max<qsizetype>(1, static_cast<qsizetype>(columnsThatFit(pages, font))));
+  return printChecked(*printout, prompts, over,
+                      [&](QPainter& painter) { drawLines(pages, painter, font, lines); });
 }
 
 bool printImage(const QImage& image, double widthMm, bool color, PrintTarget& target,
                 Prompts& prompts, QWidget* over) {
-  const auto printer = target.open(over, "Mirelund chart");
-  if (printer == nullptr) return false;
-  printer->setPageMargins(QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm),
-                          QPageLayout::Millimeter);
-  printer->setColorMode(color ? QPrinter::Color : QPrinter::GrayScale);
-  return printChecked(*printer, prompts, over, [&](QPainter& painter) {
-    const double width = widthMm / 25.4 * printer->resolution();
+  const auto printout = target.open(over, "Mirelund chart");
+  if (printout == nullptr) return false;
+  QPagedPaintDevice& pages = printout->pages();
+  pages.setPageMargins(QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm),
+                       QPageLayout::Millimeter);
+  if (auto* printer = dynamic_cast<QPrinter*>(&pages))
+    printer->setColorMode(color ? QPrinter::Color : QPrinter::GrayScale);
+  return printChecked(*printout, prompts, over, [&](QPainter& painter) {
+    painter.setRenderHint(QPainter::LosslessImageRendering);
+    const double width = widthMm / 25.4 * pages.logicalDpiX();
     const QRectF area(0.0, 0.0, width, width * image.height() / image.width());
     painter.drawImage(area, color ? image : image.convertToFormat(QImage::Format_Grayscale8));
   });

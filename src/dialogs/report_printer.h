@@ -6,21 +6,36 @@
 #include <memory>
 
 class QImage;
-class QPrinter;
+class QPagedPaintDevice;
 class QWidget;
 
 namespace mirelund {
 
 class Prompts;
 
+/// What is being printed.
+class Printout {
+ public:
+  virtual ~Printout() = default;
+
+  /// The pages, to be drawn on.
+  virtual QPagedPaintDevice& pages() = 0;
+  /// Hands over what was drawn, whole. Returns what went wrong; empty for nothing.
+  virtual QString finish(bool drawn) = 0;
+};
+
+/// A PDF, which takes the place of the file `path` when it is whole and in no other
+/// case (base/file_store.h).
+std::unique_ptr<Printout> printoutToPdf(const QString& path, const QString& title);
+
 /// Where printouts go; handed to the windows.
 class PrintTarget {
  public:
   virtual ~PrintTarget() = default;
 
-  /// The printer to print to, or null when the person cancelled. `suggestedName`
+  /// What is to be drawn on, or null when the person cancelled. `suggestedName`
   /// names the document and, where it becomes a file, the file.
-  virtual std::unique_ptr<QPrinter> open(QWidget* over, const QString& suggestedName) = 0;
+  virtual std::unique_ptr<Printout> open(QWidget* over, const QString& suggestedName) = 0;
 };
 
 /// The system's default printer; where the system has none, a PDF file that the
@@ -29,7 +44,7 @@ class SystemPrintTarget : public PrintTarget {
  public:
   explicit SystemPrintTarget(Prompts& prompts) : prompts_(prompts) {}
 
-  std::unique_ptr<QPrinter> open(QWidget* over, const QString& suggestedName) override;
+  std::unique_ptr<Printout> open(QWidget* over, const QString& suggestedName) override;
 
  private:
   Prompts& prompts_;

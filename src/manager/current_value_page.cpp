@@ -120,15 +120,14 @@ void CurrentValuePage::restoreReport() {
 }
 
 void CurrentValuePage::CVCalc_Click() {
-  // A price that was refused has been told; the table goes all the same.
-  const bool taken = host().leaveFocused();
+  if (!host().leaveFocused()) return;
   Outcome outcome;
   {
     const BusyPointer busy;
     outcome = manager().calculateCurrentValue();
   }
   showReport(outcome.results);
-  if (taken) host().tell(outcome.message);
+  host().tell(outcome.message);
 }
 
 void CurrentValuePage::CVGraph_Click() {

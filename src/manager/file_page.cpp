@@ -107,14 +107,31 @@ void SavePage::SFSave_Click() {
                                                     fromPathBytes(manager().state().DatabasePath),
                                                     toQString(kFileFilter));
   if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
-  Saved saved;
-  {
-    const BusyPointer busy;
-    saved = manager().SaveDatabase(toPathBytes(path));
-  }
+  const Saved saved = save(path);
   host().showCounters();
-  if (saved.message != Message::None) return host().tell(saved.message);
+  if (saved.reason == FileFailure::Changed) return;
+  if (saved.message != Message::None) {
+    host().tell(saved.message);
+    const std::string_view reason = failureText(saved.reason);
+    if (!reason.empty()) host().prompts().warn(host().over(), toQString(reason));
+    return;
+  }
   setDone("Saved as " + fromPathBytes(manager().state().DatabasePath) + ".");
+}
+
+Saved SavePage::save(const QString& path) {
+  const std::string bytes = toPathBytes(path);
+  const auto saved = [&](Replacing what) {
+    const BusyPointer busy;
+    return manager().SaveDatabase(bytes, what);
+  };
+  const Saved first = saved(Replacing::WhatIsKnown);
+  if (first.reason != FileFailure::Changed) return first;
+  const QString text =
+      QString("%1 has been changed by another program since it was opened or saved here.")
+          .arg(QFileInfo(path).fileName());
+  if (!host().prompts().confirm(host().over(), text, "Replace it")) return first;
+  return saved(Replacing::Anything);
 }
 
 void SavePage::SFExit_Click() {

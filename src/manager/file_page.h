@@ -73,6 +73,8 @@ class SavePage : public FilePage {
  private:
   void SFSave_Click();
   void SFExit_Click();
+  /// Asks first where another program has changed the file.
+  Saved save(const QString& path);
 };
 
 }  // namespace mirelund

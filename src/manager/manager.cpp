@@ -94,7 +94,7 @@ Message Manager::checkSave() const {
   return database_.RecordCount == 0 ? Message::NoRecords : Message::None;
 }
 
-Saved Manager::SaveDatabase(const std::string& path) {
+Saved Manager::SaveDatabase(const std::string& path, Replacing /*what*/) {
   state_.FileDialogMode = FileDialog::Idle;
   if (const Message refused = checkSave(); refused != Message::None) return {refused};
   const FileFailure failure = files_.replace(path, writeDatabase(database_));

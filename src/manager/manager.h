@@ -70,6 +70,9 @@ struct Saved {
   FileFailure reason = FileFailure::None;  ///< of message 25
 };
 
+/// What a save may replace.
+enum class Replacing : std::uint8_t { WhatIsKnown, Anything };
+
 class Manager {
  public:
   /// What of the shared state the manager touches: that a box was typed into; its
@@ -125,7 +128,7 @@ class Manager {
 
   /// Saves under the path. Message 15, or 25 for any failure: the old file stands
   /// and FileChanged stays.
-  Saved SaveDatabase(const std::string& path);
+  Saved SaveDatabase(const std::string& path, Replacing what = Replacing::WhatIsKnown);
 
   // --- entry page -------------------------------------------------------------
 

@@ -4,7 +4,6 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QLabel>
-#include <QMouseEvent>
 #include <QScreen>
 #include <QSessionManager>
 #include <QTabBar>
@@ -12,6 +11,7 @@
 #include <QTimer>
 
 #include "app/box_focus.h"
+#include "app/tab_guard.h"
 #include "base/ui_text.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
@@ -60,7 +60,7 @@ PQManagement::PQManagement(const Parts& parts)
       boxFocus_(new BoxFocus(this, [this](Message message) { tell(message); })) {
   setObjectName("PQManagement");
   setWindowTitle("Investment manager");
-  manager_.setDateFormat(shortDateFormat(QLocale::system()));
+  manager_.setDateFormat(shortDateFormat(dateLocale()));
   manager_.DiscardDatabase();
   auto* layout = new QVBoxLayout(this);
   makePages();
@@ -86,7 +86,7 @@ void PQManagement::makePages() {
     SSTab2_->addTab(pages_.back(), entry.caption);
     if (entry.sizesWindow) page(SSTab2_->count() - 1);
   }
-  SSTab2_->tabBar()->installEventFilter(this);
+  connect(new TabGuard(SSTab2_, boxFocus_), &TabGuard::clicked, this, &PQManagement::startFilePage);
 }
 
 QLayout* PQManagement::makeCounters() {
@@ -124,23 +124,7 @@ void PQManagement::SSTab2_Click(int index) {
   if (!SSTab2_->tabBar()->hasFocus()) chosen->firstControl()->setFocus(Qt::OtherFocusReason);
 }
 
-bool PQManagement::eventFilter(QObject* watched, QEvent* event) {
-  const bool isPress = event->type() == QEvent::MouseButtonPress;
-  if (isPress || event->type() == QEvent::MouseButtonRelease) {
-    const auto* mouse = static_cast<QMouseEvent*>(event);
-    const int tab = mouse->button() == Qt::LeftButton ? SSTab2_->tabBar()->tabAt(mouse->pos()) : -1;
-    if (!isPress && tab >= 0 && tab == pressedTab_) {
-      // When the tabs are done with the mouse: the dialog has a loop of its own.
-      QMetaObject::invokeMethod(
-          this, [this, tab] { startFilePage(tab); }, Qt::QueuedConnection);
-    }
-    pressedTab_ = isPress ? tab : -1;
-  }
-  return QWidget::eventFilter(watched, event);
-}
-
 void PQManagement::startFilePage(int index) {
-  if (SSTab2_->currentIndex() != index) return;
   if (auto* file = qobject_cast<FilePage*>(page(index))) file->start();
 }
 

@@ -33,6 +33,10 @@ class PQManagement : public QWidget, private ManagerHost {
 
   explicit PQManagement(const Parts& parts);
 
+  /// Asks about unsaved changes, where there are any: false when the person wants to
+  /// go back to them.
+  bool mayEnd() { return mayDiscard(); }
+
   /// The desktop's session is about to end: true when it must not. Only where
   /// something unsaved would be lost is `mayAsk` called, which may wait until the
   /// person can be asked; false from it lets the session end unasked.
@@ -40,8 +44,6 @@ class PQManagement : public QWidget, private ManagerHost {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
-  /// The mouse on the tabs: choosing a file page starts it, also when it is shown.
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void Form_Load();
@@ -67,6 +69,7 @@ class PQManagement : public QWidget, private ManagerHost {
   ManagerPage* page(int index);
   void makePages();
   QLayout* makeCounters();
+  /// Choosing a file page with the mouse starts it, also when it is shown.
   void startFilePage(int index);
 
   Parts parts_;
@@ -77,7 +80,6 @@ class PQManagement : public QWidget, private ManagerHost {
   QLabel* ENumFunds_;
   QLabel* ENumRec_;
   QLabel* EDatabase_;
-  int pressedTab_ = -1;
 };
 
 }  // namespace mirelund

@@ -7,6 +7,14 @@
 
 namespace mirelund {
 
+QLocale dateLocale() {
+  // Not the toolkit's system locale: that follows LANG where dates follow LC_TIME.
+  for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"})
+    if (const QByteArray value = qgetenv(variable); !value.isEmpty())
+      return QLocale(QString::fromLocal8Bit(value));
+  return QLocale::c();
+}
+
 ShortDateFormat shortDateFormat(const QLocale& locale) {
   if (locale.language() == QLocale::C) return shortDateFormat("MM/dd/yyyy");
   return shortDateFormat(toStdString(locale.dateFormat(QLocale::ShortFormat)));

@@ -240,5 +240,5 @@ class CalculatorWindowTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::CalculatorWindowTest)
+MIRELUND_TEST_MAIN(mirelund::testing::CalculatorWindowTest)
 #include "calculator_window_test.moc"

@@ -161,5 +161,5 @@ class DeleteKeyTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::DeleteKeyTest)
+MIRELUND_TEST_MAIN(mirelund::testing::DeleteKeyTest)
 #include "delete_key_test.moc"

@@ -40,5 +40,5 @@ class PrimarySelectionTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::PrimarySelectionTest)
+MIRELUND_TEST_MAIN(mirelund::testing::PrimarySelectionTest)
 #include "primary_selection_test.moc"

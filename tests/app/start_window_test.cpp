@@ -126,5 +126,5 @@ class StartWindowTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::StartWindowTest)
+MIRELUND_TEST_MAIN(mirelund::testing::StartWindowTest)
 #include "start_window_test.moc"

@@ -172,5 +172,5 @@ class AnyKeysTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::AnyKeysTest)
+MIRELUND_TEST_MAIN(mirelund::testing::AnyKeysTest)
 #include "any_keys_test.moc"

@@ -476,6 +476,6 @@ class CalculatorPagesTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::CalculatorPagesTest)
+MIRELUND_TEST_MAIN(mirelund::testing::CalculatorPagesTest)
 #include "calculator_pages_test.moc"
 #include "charts/chart_kind.h"

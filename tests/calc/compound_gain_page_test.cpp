@@ -107,5 +107,5 @@ class CompoundGainPageTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::CompoundGainPageTest)
+MIRELUND_TEST_MAIN(mirelund::testing::CompoundGainPageTest)
 #include "compound_gain_page_test.moc"

@@ -114,5 +114,5 @@ class GoldenPagesTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::GoldenPagesTest)
+MIRELUND_TEST_MAIN(mirelund::testing::GoldenPagesTest)
 #include "golden_pages_test.moc"

@@ -82,5 +82,5 @@ class ChartTooltipTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::ChartTooltipTest)
+MIRELUND_TEST_MAIN(mirelund::testing::ChartTooltipTest)
 #include "chart_tooltip_test.moc"

@@ -206,5 +206,5 @@ class ManagerChartTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::ManagerChartTest)
+MIRELUND_TEST_MAIN(mirelund::testing::ManagerChartTest)
 #include "manager_chart_test.moc"

@@ -244,5 +244,5 @@ class DialogsWindowTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::DialogsWindowTest)
+MIRELUND_TEST_MAIN(mirelund::testing::DialogsWindowTest)
 #include "dialogs_window_test.moc"

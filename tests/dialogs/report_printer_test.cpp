@@ -111,5 +111,5 @@ class ReportPrinterTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::ReportPrinterTest)
+MIRELUND_TEST_MAIN(mirelund::testing::ReportPrinterTest)
 #include "report_printer_test.moc"

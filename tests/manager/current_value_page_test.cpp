@@ -158,5 +158,5 @@ class CurrentValuePageTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::CurrentValuePageTest)
+MIRELUND_TEST_MAIN(mirelund::testing::CurrentValuePageTest)
 #include "current_value_page_test.moc"

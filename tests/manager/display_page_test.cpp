@@ -138,5 +138,5 @@ class DisplayPageTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::DisplayPageTest)
+MIRELUND_TEST_MAIN(mirelund::testing::DisplayPageTest)
 #include "display_page_test.moc"

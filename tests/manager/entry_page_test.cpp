@@ -500,5 +500,5 @@ class EntryPageTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::EntryPageTest)
+MIRELUND_TEST_MAIN(mirelund::testing::EntryPageTest)
 #include "entry_page_test.moc"

@@ -402,5 +402,5 @@ class ManagerWindowTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::ManagerWindowTest)
+MIRELUND_TEST_MAIN(mirelund::testing::ManagerWindowTest)
 #include "manager_window_test.moc"

@@ -114,5 +114,5 @@ class SessionEndTest : public QObject {
 
 }  // namespace mirelund::testing
 
-QTEST_MAIN(mirelund::testing::SessionEndTest)
+MIRELUND_TEST_MAIN(mirelund::testing::SessionEndTest)
 #include "session_end_test.moc"

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Turning the pages of a window with boxes.
+#pragma once
+
+#include <QObject>
+
+class QMouseEvent;
+class QTabWidget;
+
+namespace mirelund {
+
+class BoxFocus;
+
+/// Leaves the focused box before a page is turned, by the mouse, a mnemonic, the keys
+/// or the wheel: what the box has to tell is told while it is still to be seen, and
+/// where its value was refused the page stays; the tabs have the focus then, so that
+/// who turns again means it.
+class TabGuard : public QObject {
+  Q_OBJECT
+
+ public:
+  TabGuard(QTabWidget* tabs, BoxFocus* focus);
+
+ signals:
+  /// A tab, which is the page's by then, was pressed and released: also the one
+  /// whose page was shown before.
+  void clicked(int tab);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool pressed(int tab);
+  bool released(int tab);
+  bool accepted();
+
+  QTabWidget* tabs_;
+  BoxFocus* focus_;
+  int pressed_ = -1;
+  bool held_ = false;  ///< the tabs have not been told of the press
+};
+
+}  // namespace mirelund

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "application.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QScopeGuard>
+#include <QSettings>
+#include <QSignalBlocker>
+
+namespace mirelund {
+
+namespace {
+
+bool isBlocked(const QWidget* widget) {
+  const QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr && modal != widget->window() && !modal->isAncestorOf(widget);
+}
+
+// Lets a button's delayed click run off, heard by nobody.
+void dropClick(QAbstractButton* button, const std::function<void()>& deliver) {
+  QButtonGroup* const group = button->group();
+  QAbstractButton* const chosen = group == nullptr ? nullptr : group->checkedButton();
+  const QSignalBlocker quietButton(button);
+  const QSignalBlocker quietGroup(group);
+  deliver();
+  if (chosen != nullptr) chosen->setChecked(true);
+}
+
+}  // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  // File dialogs keep the folders that they have shown in a file of their own, and wait
+  // for half a minute where a program that was killed has left it locked. No file is
+  // written that nobody named: nothing can be beneath a device.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+  const QEvent::Type type = event->type();
+  try {
+    if (type == QEvent::Timer) {
+      auto* button = qobject_cast<QAbstractButton*>(receiver);
+      if (button != nullptr && isBlocked(button)) {
+        dropClick(button, [&] { QApplication::notify(receiver, event); });
+        return true;
+      }
+    }
+    return QApplication::notify(receiver, event);
+  } catch (...) {
+    failed(type == QEvent::Paint);
+    return true;
+  }
+}
+
+void Application::failed(bool painting) {
+  if (telling_ || (painting && paintingTold_)) return;
+  telling_ = true;
+  paintingTold_ = paintingTold_ || painting;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        const auto told = qScopeGuard([this] { telling_ = false; });
+        while (QWidget* popup = activePopupWidget()) popup->close();
+        tell_();
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace mirelund

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A dialog that a function waits for.
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+#include <utility>
+
+namespace mirelund {
+
+/// Made on the heap, for its window owns it: were it on the stack too, it would be
+/// destroyed twice where the window goes first. Gone with this, or before.
+template <typename Dialog>
+class StandingDialog {
+ public:
+  template <typename... Arguments>
+  explicit StandingDialog(Arguments&&... arguments)
+      : dialog_(new Dialog(std::forward<Arguments>(arguments)...)) {}
+  ~StandingDialog() { delete dialog_.data(); }
+  StandingDialog(const StandingDialog&) = delete;
+  StandingDialog& operator=(const StandingDialog&) = delete;
+
+  Dialog* operator->() const { return dialog_; }
+
+  /// Shows the dialog until it is answered; false when it went unanswered with its
+  /// window: nothing can be asked of it then.
+  bool wait() {
+    dialog_->exec();
+    return dialog_ != nullptr;
+  }
+
+ private:
+  QPointer<Dialog> dialog_;
+};
+
+}  // namespace mirelund

@@ -133,7 +133,6 @@ std::unique_ptr<Printout> printoutToPdf(const QString& path, const QString& titl
 }
 
 std::unique_ptr<Printout> SystemPrintTarget::open(QWidget* over, const QString& suggestedName) {
-  if (prompts_.cancelsAll()) return nullptr;
   // Without a printer the toolkit's is silently a PDF printer without a file name.
   if (!QPrinterInfo::defaultPrinter().isNull() || !QPrinterInfo::availablePrinterNames().isEmpty())
     return std::make_unique<PaperPrintout>(suggestedName);
@@ -144,6 +143,7 @@ std::unique_ptr<Printout> SystemPrintTarget::open(QWidget* over, const QString& 
 
 bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts& prompts,
                  QWidget* over) {
+  if (prompts.cancelsAll()) return false;
   QStringList lines = QStringList{"", ""} + linesOf(report);
 
   const auto printout = target.open(over, "Mirelund report");
@@ -165,6 +165,7 @@ bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts
 
 bool printImage(const QImage& image, double widthMm, bool color, PrintTarget& target,
                 Prompts& prompts, QWidget* over) {
+  if (prompts.cancelsAll()) return false;
   const auto printout = target.open(over, "Mirelund chart");
   if (printout == nullptr) return false;
   QPagedPaintDevice& pages = printout->pages();

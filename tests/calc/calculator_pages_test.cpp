@@ -339,6 +339,41 @@ class CalculatorPagesTest : public QObject {
     QCOMPARE(program.global.chart.ChartCount, 0);
   }
 
+  // Who solves for the years has still to type what makes them possible.
+  void aFailureThatNothingHasChangedHoldsNobody() {
+    const QString tooSmall = "Payment is too small, repayment would take over 40 years.";
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.click("MTTermOpt");
+    program.type("MTInPrincipal", "900000");
+    program.key(Qt::Key_Tab);
+    QTRY_COMPARE(program.prompts.warned, QStringList{tooSmall});
+    QCOMPARE(QApplication::focusWidget()->objectName(), "MTInMthPayment");
+    for (const char* next : {"MTInRate", "MTInPrincipal", "MTCompPeriod", "MTHelp"}) {
+      program.click(next);
+      if (auto* popup = QApplication::activePopupWidget()) popup->close();
+      QTest::qWait(20);
+      QCOMPARE(program.prompts.warned, QStringList{tooSmall});
+      QCOMPARE(QApplication::focusWidget()->objectName(), next);
+    }
+    QVERIFY(!program.results().isEmpty());
+    // Calculate always tells, and so does a leave that has something new to fail of.
+    program.click("MTCalculate");
+    QTRY_COMPARE(program.prompts.warned.size(), 2);
+    program.type("MTInPrincipal", "900001");
+    program.key(Qt::Key_Tab);
+    QTRY_COMPARE(program.prompts.warned.size(), 3);
+    program.find<QComboBox>("MTCompPeriod")->setCurrentIndex(0);
+    program.click("MTInRate");
+    program.click("MTInMthPayment");
+    QTRY_COMPARE(program.prompts.warned.size(), 4);
+    program.type("MTInMthPayment", "9000");
+    program.key(Qt::Key_Tab);
+    QTest::qWait(20);
+    QCOMPARE(program.prompts.warned.size(), 4);
+    QVERIFY(!label("MTTotIntPaid").isEmpty());
+  }
+
   void aFailureIsToldOnceThoughItsDialogTakesTheFocus() {
     ProgramFixture program;
     program.openCalculations(1);

@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
 #include "dialogs/report_printer.h"
 
 #include "app/report_line.h"
@@ -93,6 +97,52 @@ class ReportPrinterTest : public QObject {
     QCOMPARE(printed.mid(0, 3).join(""), QString(300, 'x'));
     QCOMPARE(printed.back(), "Two");
     QVERIFY(isLandscape(target));
+  }
+
+  // What stood at the place stays, unless the new document is whole.
+  void aDocumentThatCannotBeWrittenIsTold_data() {
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("a pipe, which nobody reads") << "Check the name and the folder.";
+    QTest::newRow("a device") << "Check the name and the folder.";
+    QTest::newRow("no such folder") << "Check the name and the folder.";
+    QTest::newRow("no space") << "There is not enough space on the disk.";
+  }
+
+  void aDocumentThatCannotBeWrittenIsTold() {
+    QFETCH(QString, reason);
+    const QString place = QTest::currentDataTag();
+    FakePrompts prompts;
+    PdfTarget target;
+    const QByteArray old = "%PDF, what was printed before";
+    QFile file(target.path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(old);
+    file.close();
+    if (place.startsWith("a pipe")) {
+      target.path += ".pipe";
+      QCOMPARE(mkfifo(qPrintable(target.path), 0600), 0);
+    }
+    if (place == "a device") target.path = "/dev/full";
+    if (place == "no such folder") target.path = "/nowhere/at/all.pdf";
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    getrlimit(RLIMIT_FSIZE, &usual);
+    if (place == "no space") {
+      const rlimit little{1000, usual.rlim_max};
+      setrlimit(RLIMIT_FSIZE, &little);
+    }
+    const bool printed = PrintReport("One\r\n", 11, target, prompts, nullptr);
+    setrlimit(RLIMIT_FSIZE, &usual);
+    QVERIFY(!printed);
+    QCOMPARE(
+        prompts.warned,
+        QStringList{
+            QString("The printout could not be written to \"%1\". %2").arg(target.path, reason)});
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), old);
+    QDir folder = QFileInfo(file).dir();
+    folder.remove(QFileInfo(target.path + ".pipe").fileName());
+    QCOMPARE(folder.entryList(QDir::Files | QDir::Hidden), QStringList{"out.pdf"});
   }
 
   void whereThereIsNoPrinterAPdfIsOffered() {

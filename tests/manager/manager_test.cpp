@@ -434,6 +434,23 @@ TEST_F(ManagerTest, AFailedOpenLeavesTheDatabaseWhole) {
   }
 }
 
+// Its first record's shares have no positive counterpart to be corrected.
+TEST_F(ManagerTest, AnAmountOneBelowTheRangeIsRefusedOnOpening) {
+  const std::string path = folder.file("Test.PQD");
+  const auto file = [](const std::string& shares) {
+    return "1,1,\"All Records\",\"31\"\r\n\"Amber\",\"1\"\r\n1,.0001," + shares +
+           ",0,0,0,\"U\",#2001-05-15#\r\n";
+  };
+  write(path, file("-922337203685477.5808"));
+  EXPECT_EQ(manager.OpenDatabase(path), Message::CannotOpen);
+  EXPECT_EQ(manager.recordsText(), "Records: 0");
+  write(path, file("-922337203685477.5807"));
+  EXPECT_EQ(manager.OpenDatabase(path), Message::None);
+  EXPECT_EQ(manager.chooseFund(1).message, Message::None);
+  EXPECT_EQ(manager.correctRecord("Amber", "1"), Message::None);
+  EXPECT_EQ(manager.valueText(EntryBox::Shares), "922,337,203,685,477.5807");
+}
+
 TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
   addFund("Amber");
   EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);

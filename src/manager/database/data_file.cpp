@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <string_view>
 
 namespace mirelund {
@@ -54,31 +53,36 @@ class Scanner {
   }
 
   bool amount(Currency& out) {
-    const bool negative = skip('-');
-    const char* const start = at_;
+  // Walks on a pointer of its own, which `out` cannot be thought to share.
+    const char* at = at_;
+    const bool negative = *at == '-';
+    if (negative) ++at;
+    const char* const start = at;
     std::uint64_t units = 0;
-    while (isDigit(*at_)) {
-      if (at_ - start == kMostIntegerDigits) return false;
-      units = units * 10 + static_cast<std::uint64_t>(*at_++ - '0');
+    while (isDigit(*at)) {
+      if (at - start == kMostIntegerDigits) return false;
+      units = units * 10 + static_cast<std::uint64_t>(*at++ - '0');
     }
-    if (*start == '0' && at_ - start > 1) return false;
-    bool any = at_ != start;
-    if (*at_ == '.') {
-      const char* const point = at_++;
-      while (isDigit(*at_)) {
-        if (at_ - point > kDecimals) return false;
-        units = units * 10 + static_cast<std::uint64_t>(*at_++ - '0');
+    if (*start == '0' && at - start > 1) return false;
+    bool any = at != start;
+    if (*at == '.') {
+      const char* const point = at++;
+      while (isDigit(*at)) {
+        if (at - point > kDecimals) return false;
+        units = units * 10 + static_cast<std::uint64_t>(*at++ - '0');
       }
-      const auto decimals = at_ - point - 1;
+      const auto decimals = at - point - 1;
       if (decimals == 0) return false;
       any = true;
       units *= kScales[static_cast<std::size_t>(decimals)];
     } else {
       units *= kScales[0];
     }
-    constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    if (!any || units > kMost + (negative ? 1 : 0) || (negative && units == 0)) return false;
-    out = Currency::fromTenThousandths(static_cast<std::int64_t>(negative ? 0 - units : units));
+    constexpr auto kMost = static_cast<std::uint64_t>(Currency::max().tenThousandths());
+    if (!any || units > kMost || (negative && units == 0)) return false;
+    const auto magnitude = static_cast<std::int64_t>(units);
+    out = Currency::fromTenThousandths(negative ? -magnitude : magnitude);
+    at_ = at;
     return true;
   }
 

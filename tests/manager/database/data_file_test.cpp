@@ -92,7 +92,7 @@ constexpr Amount kAmounts[] = {
     {-99999, "-9.9999"},
     {123456780, "12345.678"},
     {std::numeric_limits<std::int64_t>::max(), "922337203685477.5807"},
-    {std::numeric_limits<std::int64_t>::min(), "-922337203685477.5808"},
+    {-std::numeric_limits<std::int64_t>::max(), "-922337203685477.5807"},
 };
 
 TEST(DataFile, AmountsAreWrittenShort) {
@@ -285,7 +285,8 @@ std::vector<Malformed> malformed() {
       {"a tab", with("10.5", "\t10.5")},
       {"an amount in quotes", with("10.5", "\"10.5\"")},
       {"one ten-thousandth beyond the range", with("10.5", "922337203685477.5808")},
-      {"one beyond the negative range", with("10.5", "-922337203685477.5809")},
+      {"one beyond the negative range", with("10.5", "-922337203685477.5808")},
+      {"two beyond the negative range", with("10.5", "-922337203685477.5809")},
       {"an amount of 16 digits", with("10.5", "1000000000000000")},
       {"an amount beyond 64 bits", with("10.5", "99999999999999999999999999")},
       {"an unknown type", with("\"B\"", "\"X\"")},

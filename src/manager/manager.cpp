@@ -219,6 +219,7 @@ Message Manager::checkRecordNumber(std::string_view number) const {
 Outcome Manager::deleteRecord(std::string_view number) {
   const std::int16_t row = recordRow(number);
   if (row == 0) return Outcome::failed(Message::NotARecord);
+  if (state_.CorrectingRecord != 0) clearEntryRow();  // its row is another's now
   removeRecord(database_, row);
   dataChanged();
   return showRecordList();

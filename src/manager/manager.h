@@ -176,7 +176,7 @@ class Manager {
   /// Message 17 unless the number finds a record of the active fund; before
   /// question 4 is asked.
   Message checkRecordNumber(std::string_view number) const;
-  /// After the yes to question 4. Returns the new list.
+  /// After the yes to question 4. Cancels a correction. Returns the new list.
   Outcome deleteRecord(std::string_view number);
   /// After the yes to question 5; message 16 without an active fund. The fund must
   /// have no records.

@@ -461,6 +461,22 @@ TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
   EXPECT_EQ(manager.state().DatabasePath, "");
 }
 
+// Its row is another record's after the deletion.
+TEST_F(ManagerTest, ADeletedRecordEndsACorrection) {
+  addFund("Amber");
+  for (const char* day : {"1/1/2001", "1/2/2001", "1/3/2001"})
+    EXPECT_EQ(add('B', day, "10", "100"), Message::None);
+  ASSERT_EQ(manager.correctRecord("Amber", "2"), Message::None);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Amber").message, Message::NoType);
+  // What is typed for a new record stays.
+  fill('B', "10", "100", "", "");
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(manager.addRecord("1/4/2001", "Amber").message, Message::None);
+  EXPECT_EQ(manager.recordsText(), "Records: 2");
+}
+
 TEST_F(ManagerTest, AsksBeforeChangesAreLost) {
   addFund("Amber");
   EXPECT_FALSE(manager.mustAskBeforeDiscarding());  // no records: required
@@ -487,6 +503,107 @@ TEST_F(ManagerTest, OpeningAnEmptyDatabaseShowsNothingElse) {
   EXPECT_EQ(manager.fundsText(), "Funds: 0");
   EXPECT_EQ(manager.recordsText(), "Records: 0");
   EXPECT_EQ(manager.databaseText(), "Database: Empty.PQD");
+}
+
+// --- records of funds that are not in the file --------------------------------------
+
+// Alder and Birch, and among their records those of 3 and 77, which are no funds. Their
+// amounts would take every total beyond its range.
+const std::string kStrange3 =
+    "3,922337203685477.5807,922337203685477.5807,9,9,922337203685477.5807,\"B\",#2019-01-15#\r\n";
+const std::string kStrange77 =
+    "77,0,0,-922337203685477.5807,922337203685477.5807,922337203685477.5807,\"C\",#2020-04-04#\r\n";
+
+std::string withStrangers(const std::string& count, const std::string& strange3,
+                          const std::string& strange77) {
+  return count +
+         ",2,\"All Records\",\"31\"\r\n"
+         "\"Alder\",\"1\"\r\n"
+         "\"Birch\",\"2\"\r\n"
+         "1,10,100,50,0,1050,\"B\",#2019-01-02#\r\n" +
+         strange3 +
+         "2,20,50,0,0,1000,\"B\",#2019-02-03#\r\n"
+         "1,0,0,0,12.5,-12.5,\"C\",#2020-03-04#\r\n" +
+         strange77 + "2,0,0,0,7.25,-7.25,\"C\",#2020-05-06#\r\n";
+}
+
+TEST_F(ManagerTest, RecordsOfUnknownFundsCountAndStandNowhere) {
+  write(folder.file("Strange.PQD"), withStrangers("6", kStrange3, kStrange77));
+  ASSERT_EQ(manager.OpenDatabase(folder.file("Strange.PQD")), Message::None);
+  EXPECT_EQ(manager.recordsText(), "Records: 6");
+  EXPECT_EQ(manager.fundsText(), "Funds: 2");
+
+  Global others;
+  Manager plain{others.boxes, others.reports, others.chart};
+  plain.DiscardDatabase();
+  write(folder.file("Plain.PQD"), withStrangers("4", "", ""));
+  ASSERT_EQ(plain.OpenDatabase(folder.file("Plain.PQD")), Message::None);
+  const auto totals = [](const Global& shared) {
+    std::vector<std::int64_t> cells;
+    for (std::size_t row = 0; row < kTotalsRows; ++row)
+      for (std::size_t column = 0; column < kTotalsColumns; ++column)
+        cells.push_back(shared.reports.ComparisonTotals.at(row, column).tenThousandths());
+    return cells;
+  };
+  for (const std::int16_t row : {std::int16_t{1}, std::int16_t{2}}) {
+    const Outcome list = manager.chooseFund(row);
+    EXPECT_EQ(list.message, Message::None);
+    EXPECT_EQ(list.results, plain.chooseFund(row).results);
+    EXPECT_EQ(manager.showFund(row).report.text, plain.showFund(row).report.text);
+    global.boxes.BoxEdited = others.boxes.BoxEdited = 1;
+    manager.leavePriceBox(row, "20");
+    plain.leavePriceBox(row, "20");
+  }
+  const ReportShown all = manager.showAllFunds();
+  EXPECT_EQ(all.message, Message::None);
+  EXPECT_EQ(all.report.text, plain.showAllFunds().report.text);
+  EXPECT_EQ(totals(global), totals(others));
+  const Outcome values = manager.calculateCurrentValue();
+  EXPECT_EQ(values.message, Message::None);
+  EXPECT_EQ(values.results, plain.calculateCurrentValue().results);
+  EXPECT_EQ(totals(global), totals(others));
+}
+
+TEST_F(ManagerTest, RecordsOfUnknownFundsStayWhatTheyAre) {
+  const std::string path = folder.file("Strange.PQD");
+  write(path, withStrangers("6", kStrange3, kStrange77));
+  ASSERT_EQ(manager.OpenDatabase(path), Message::None);
+  const auto saved = [&] {
+    EXPECT_EQ(manager.SaveDatabase(path).message, Message::None);
+    return contents(path);
+  };
+  EXPECT_EQ(saved(), withStrangers("6", kStrange3, kStrange77));
+  manager.chooseFund(2);
+  EXPECT_EQ(add('B', "1/20/2019", "10", "100"), Message::None);
+  ASSERT_EQ(manager.correctRecord("Birch", "3"), Message::None);
+  EXPECT_EQ(manager.addRecord("1/1/2018", "Birch").message, Message::None);
+  EXPECT_EQ(manager.deleteRecord("2").message, Message::None);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(saved(),
+            "5,2,\"All Records\",\"31\"\r\n\"Alder\",\"1\"\r\n\"Birch\",\"2\"\r\n"
+            "1,10,100,50,0,1050,\"B\",#2019-01-02#\r\n" +
+                kStrange3 +
+                "2,20,50,0,0,1000,\"B\",#2019-02-03#\r\n"
+                "1,0,0,0,12.5,-12.5,\"C\",#2020-03-04#\r\n" +
+                kStrange77);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_TRUE(manager.askDelete("Birch").wholeFund);
+  EXPECT_EQ(manager.deleteFund(), Message::None);
+  EXPECT_EQ(manager.recordsText(), "Records: 4");
+  EXPECT_EQ(saved(),
+            "4,1,\"All Records\",\"31\"\r\n\"Alder\",\"1\"\r\n"
+            "1,10,100,50,0,1050,\"B\",#2019-01-02#\r\n" +
+                kStrange3 + "1,0,0,0,12.5,-12.5,\"C\",#2020-03-04#\r\n" + kStrange77);
+}
+
+// The number is the count, as of every new fund: what had it before is shown at once.
+TEST_F(ManagerTest, AFundThatIsAddedListsTheRecordsOfItsNumber) {
+  write(folder.file("Strange.PQD"), withStrangers("5", "3,5,7,1,0,36,\"B\",#2019-01-15#\r\n", ""));
+  ASSERT_EQ(manager.OpenDatabase(folder.file("Strange.PQD")), Message::None);
+  const Outcome list = manager.addFund("Cedar");
+  EXPECT_EQ(manager.state().ActiveFund, 3);
+  EXPECT_NE(list.results.find("1/15/2019"), std::string::npos) << list.results;
+  EXPECT_FALSE(manager.askDelete("Cedar").wholeFund);
 }
 
 // --- reports and current value ------------------------------------------------------
@@ -654,6 +771,41 @@ TEST_F(ManagerTest, NamesAreShownAsTextAndKeptAsBytes) {
   EXPECT_EQ(contents(folder.file("Again.PQD")), contents(folder.file("Test.PQD")));
 }
 
+// One thing that a person can do to the database, drawn while a case is.
+void anyStep(Manager& manager, BoxState& boxes) {
+  const auto& database = manager.database();
+  const std::string active = manager.fundName(manager.state().ActiveFundRow);
+  switch (*anyIn(0, 8)) {
+    case 0:
+      manager.addFund(*rc::gen::elementOf(std::vector<std::string>{"a", "b", "zzzzzzzzzz", "~"}));
+      break;
+    case 1:
+      if (database.FundCount > 0)
+        manager.chooseFund(
+            *anyIn<std::int16_t>(1, static_cast<std::int16_t>(database.FundCount + 1)));
+      break;
+    case 2:
+      manager.correctRecord(active, std::to_string(*anyIn(0, 5)));
+      break;
+    case 3:
+      manager.deleteRecord(std::to_string(*anyIn(0, 5)));
+      break;
+    case 4:
+      if (manager.askDelete(active).wholeFund) manager.deleteFund();
+      break;
+    default:
+      manager.chooseType(*anyIn<std::size_t>(0, 6));
+      for (const auto box :
+           {EntryBox::Price, EntryBox::Shares, EntryBox::Fees, EntryBox::Dividend}) {
+        const auto* type = manager.state().entry.type;
+        if (type == nullptr || type->need(box) == Need::None) continue;
+        boxes.BoxEdited = 1;
+        manager.leaveValueBox(box, std::to_string(*rc::gen::inRange(1, 1000)));
+      }
+      manager.addRecord(formatDate(*anyDate(), manager.dateFormat()), active);
+  }
+}
+
 // Whatever is done, the tables stay within their limits, sorted and numbered.
 TEST(Manager, KeepsItsTablesInOrder) {
   checkReaching({{"records", 0.5}}, [](Reached& reached) {
@@ -662,40 +814,8 @@ TEST(Manager, KeepsItsTablesInOrder) {
     manager.DiscardDatabase();
     const int steps = *anyIn(1, 60);
     for (int i = 0; i < steps; ++i) {
+      anyStep(manager, global.boxes);
       const auto& database = manager.database();
-      switch (*anyIn(0, 8)) {
-        case 0:
-          manager.addFund(
-              *rc::gen::elementOf(std::vector<std::string>{"a", "b", "zzzzzzzzzz", "~"}));
-          break;
-        case 1:
-          if (database.FundCount > 0)
-            manager.chooseFund(
-                *anyIn<std::int16_t>(1, static_cast<std::int16_t>(database.FundCount + 1)));
-          break;
-        case 2:
-          manager.correctRecord(manager.fundName(manager.state().ActiveFundRow),
-                                std::to_string(*anyIn(0, 5)));
-          break;
-        case 3:
-          manager.deleteRecord(std::to_string(*anyIn(0, 5)));
-          break;
-        case 4:
-          if (manager.askDelete(manager.fundName(manager.state().ActiveFundRow)).wholeFund)
-            manager.deleteFund();
-          break;
-        default:
-          manager.chooseType(*anyIn<std::size_t>(0, 6));
-          for (const auto box :
-               {EntryBox::Price, EntryBox::Shares, EntryBox::Fees, EntryBox::Dividend}) {
-            const auto* type = manager.state().entry.type;
-            if (type == nullptr || type->need(box) == Need::None) continue;
-            global.boxes.BoxEdited = 1;
-            manager.leaveValueBox(box, std::to_string(*rc::gen::inRange(1, 1000)));
-          }
-          manager.addRecord(formatDate(*anyDate(), manager.dateFormat()),
-                            manager.fundName(manager.state().ActiveFundRow));
-      }
       RC_ASSERT(std::ranges::is_sorted(database.funds(), {}, &Fund::name));
       RC_ASSERT(std::ranges::is_sorted(database.records(), {}, &Record::date));
       std::int16_t number = 0;
@@ -706,6 +826,39 @@ TEST(Manager, KeepsItsTablesInOrder) {
       RC_ASSERT(manager.showAllFunds().message == Message::None);
     }
     if (manager.database().RecordCount > 1) reached("records");
+  });
+}
+
+// Whatever is done to the others, of any amounts.
+TEST(Manager, LeavesTheRecordsOfUnknownFundsAlone) {
+  checkReaching({{"others", 0.5}}, [](Reached& reached) {
+    const Folder folder;
+    Database strange = drawnDatabase(18, *anyIn(1, 20), anyAmount(), anyAmount());
+    for (Record& record : strange.records()) record.fund = Currency::whole(*anyIn(19, 60));
+    strange.FundCount = 0;
+    write(folder.file("Strange.PQD"), writeDatabase(strange));
+    Global global;
+    Manager manager{global.boxes, global.reports, global.chart};
+    manager.DiscardDatabase();
+    RC_ASSERT(manager.OpenDatabase(folder.file("Strange.PQD")) == Message::None);
+    const auto unknown = [](const Database& database) {
+      std::vector<std::string> lines;
+      for (Record record : database.records()) {
+        if (record.fund <= Currency::whole(18)) continue;
+        Database alone;
+        alone.RecordCount = 1;
+        alone.RecordTable[1] = record;
+        lines.push_back(writeDatabase(alone));
+      }
+      std::ranges::sort(lines);
+      return lines;
+    };
+    const int steps = *anyIn(1, 40);
+    for (int i = 0; i < steps; ++i) anyStep(manager, global.boxes);
+    RC_ASSERT(unknown(manager.database()) == unknown(strange));
+    RC_ASSERT(std::ranges::is_sorted(manager.database().records(), {}, &Record::date));
+    RC_ASSERT(manager.showAllFunds().message == Message::None);
+    if (manager.database().RecordCount > strange.RecordCount) reached("others");
   });
 }
 

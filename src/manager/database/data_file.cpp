@@ -2,7 +2,6 @@
 #include "manager/database/data_file.h"
 
 #include <array>
-#include <bitset>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -12,7 +11,8 @@ namespace mirelund {
 
 namespace {
 
-constexpr std::int16_t kMostFundNumber = 30;
+constexpr std::int32_t kMostFundNumber = 30;
+constexpr std::int32_t kMostRow31Number = 999'999'999;
 
 bool isDigit(char c) {
   return static_cast<unsigned char>(c - '0') < 10;
@@ -40,20 +40,21 @@ class Scanner {
 
   bool atEnd() const { return at_ == end_; }
 
-  // A whole number of up to 4 digits, without leading zeros.
-  bool whole(std::int16_t most, std::int16_t& number) {
+  // A whole number without leading zeros.
+  template <typename Number>
+  bool whole(Number most, Number& number) {
     if (!isDigit(*at_) || (*at_ == '0' && isDigit(at_[1]))) return false;
-    int value = 0;
+    std::int64_t value = 0;
     while (isDigit(*at_)) {
       value = value * 10 + (*at_++ - '0');
       if (value > most) return false;
     }
-    number = static_cast<std::int16_t>(value);
+    number = static_cast<Number>(value);
     return true;
   }
 
-  bool amount(Currency& out) {
   // Walks on a pointer of its own, which `out` cannot be thought to share.
+  bool amount(Currency& out) {
     const char* at = at_;
     const bool negative = *at == '-';
     if (negative) ++at;
@@ -99,8 +100,8 @@ class Scanner {
     return skip('"');
   }
 
-  bool fundNumber(std::int16_t most, std::string& out) {
-    std::int16_t number = 0;
+  bool fundNumber(std::int32_t most, std::string& out) {
+    std::int32_t number = 0;
     if (!skip('"')) return false;
     const char* const start = at_;
     if (!whole(most, number) || number == 0) return false;
@@ -157,26 +158,20 @@ bool read(Scanner& in, Database& database) {
   std::int16_t funds = 0;
   if (!in.whole(kMostRecords, records) || !in.skip(',') || !in.whole(kMostFunds, funds) ||
       !in.skip(',') || !in.text(all.name) || !in.skip(',') ||
-      !in.fundNumber(static_cast<std::int16_t>(kAllRecordsRow), all.number) ||
-      !in.lineEnd(records == 0 && funds == 0))
+      !in.fundNumber(kMostRow31Number, all.number) || !in.lineEnd(records == 0 && funds == 0))
     return false;
 
-  std::bitset<kFundRows> known;
   for (std::int16_t row = 1; row <= funds; ++row) {
     Fund& fund = database.FundTable[static_cast<std::size_t>(row)];
     if (!in.text(fund.name) || !in.skip(',') || !in.fundNumber(kMostFundNumber, fund.number) ||
         !in.lineEnd(records == 0 && row == funds))
       return false;
-    known.set(static_cast<std::size_t>(fundNumber(fund)));
   }
 
   for (std::int16_t row = 1; row <= records; ++row) {
     Record& record = database.RecordTable[static_cast<std::size_t>(row)];
     if (!readRecord(in, record) || !in.lineEnd(row == records)) return false;
-    const auto units = record.fund.tenThousandths();
-    if (units % Currency::kScale != 0 || units < 0 || units > kMostFundNumber * Currency::kScale ||
-        !known.test(static_cast<std::size_t>(units / Currency::kScale)))
-      return false;
+    if (record.fund.tenThousandths() % Currency::kScale != 0) return false;
     record.number = row;
   }
   if (!in.atEnd()) return false;

@@ -60,6 +60,9 @@ class FileStore {
   /// is there must hold the bytes `expected`, where they are given.
   virtual FileFailure replace(const std::string& path, std::string_view bytes,
                               const std::optional<std::string>& expected = std::nullopt) = 0;
+
+  /// Where a replace of `path` would put the file, links followed.
+  virtual std::string resolved(const std::string& path) = 0;
 };
 
 /// The system's files.

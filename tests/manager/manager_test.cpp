@@ -505,6 +505,153 @@ TEST_F(ManagerTest, OpeningAnEmptyDatabaseShowsNothingElse) {
   EXPECT_EQ(manager.databaseText(), "Database: Empty.PQD");
 }
 
+// --- files that another program changes ---------------------------------------------
+
+// Two programs on one file, each with a record of its own to save.
+class SharedFileTest : public ManagerTest {
+ protected:
+  SharedFileTest() {
+    other.DiscardDatabase();
+    write(path, kOne);
+  }
+
+  static Saved save(Manager& by, const std::string& to, Replacing replacing = {}) {
+    return by.SaveDatabase(to, replacing);
+  }
+
+  // Opens the file and adds a record.
+  static void openAndAdd(Manager& by, BoxState& boxes, const std::string& from, const char* day) {
+    ASSERT_EQ(by.OpenDatabase(from), Message::None);
+    by.chooseFund(1);
+    ASSERT_EQ(by.chooseType(0), Message::None);
+    for (const EntryBox box : {EntryBox::Price, EntryBox::Shares}) {
+      boxes.BoxEdited = 1;
+      by.leaveValueBox(box, "5");
+    }
+    ASSERT_EQ(by.addRecord(day, "Amber").message, Message::None);
+  }
+
+  // Refused, and nothing is another than before.
+  static void expectRefused(Manager& by, const std::string& to) {
+    const std::string file = contents(to);
+    const Database before = by.database();
+    const std::string name = by.state().DatabasePath;
+    const Saved saved = save(by, to);
+    EXPECT_EQ(saved.reason, FileFailure::Changed);
+    EXPECT_EQ(saved.message, Message::CannotSave);
+    EXPECT_EQ(contents(to), file);
+    EXPECT_EQ(by.database(), before);
+    EXPECT_EQ(by.state().FileChanged, 1);
+    EXPECT_EQ(by.state().DatabasePath, name);
+  }
+
+  const std::string kOne =
+      "1,1,\"All Records\",\"31\"\r\n\"Amber\",\"1\"\r\n1,2,3,0,0,6,\"B\",#2001-05-15#\r\n";
+  const std::string path = folder.file("Shared.PQD");
+  Global others;
+  Manager other{others.boxes, others.reports, others.chart};
+};
+
+TEST_F(SharedFileTest, TheSecondToSaveIsTold) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  openAndAdd(other, others.boxes, path, "1/3/2003");
+  EXPECT_EQ(save(manager, path).message, Message::None);
+  expectRefused(other, path);
+  expectRefused(other, path);
+  // The first may go on saving; the second may want its own in spite of it.
+  EXPECT_EQ(save(manager, path).message, Message::None);
+  EXPECT_EQ(save(other, path, Replacing::Anything).message, Message::None);
+  EXPECT_EQ(other.state().FileChanged, 0);
+  EXPECT_NE(contents(path).find("#2003-01-03#"), std::string::npos);
+  EXPECT_EQ(save(other, path).message, Message::None);
+  openAndAdd(manager, global.boxes, folder.file("Shared.PQD"), "1/4/2004");
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+TEST_F(SharedFileTest, AChangeOfAByteCounts) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  std::string bytes = kOne;
+  bytes.replace(bytes.find("Amber"), 5, "Umber");
+  write(path, bytes);
+  expectRefused(manager, path);
+  write(path, "");
+  expectRefused(manager, path);
+  write(path, bytes + bytes);
+  expectRefused(manager, path);
+  write(path, kOne);  // the same again
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+TEST_F(SharedFileTest, SavingElsewhereIsTheWayOut) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  openAndAdd(other, others.boxes, path, "1/3/2003");
+  ASSERT_EQ(save(manager, path).message, Message::None);
+  expectRefused(other, path);
+  const std::string elsewhere = folder.file("Mine.PQD");
+  EXPECT_EQ(save(other, elsewhere).message, Message::None);
+  EXPECT_EQ(other.state().DatabasePath, elsewhere);
+  EXPECT_NE(contents(elsewhere).find("#2003-01-03#"), std::string::npos);
+  // What was opened first is still known, and what was saved is.
+  EXPECT_EQ(save(other, path).reason, FileFailure::Changed);
+  write(elsewhere, kOne);
+  EXPECT_EQ(save(other, elsewhere).reason, FileFailure::Changed);
+}
+
+TEST_F(SharedFileTest, AFileThatWasNeverOpenedIsNotCompared) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  write(folder.file("Unknown.PQD"), "whatever stands here");
+  EXPECT_EQ(save(manager, folder.file("Unknown.PQD")).message, Message::None);
+  // Nor one that could not be opened.
+  write(folder.file("Broken.PQD"), "broken");
+  EXPECT_EQ(manager.OpenDatabase(folder.file("Broken.PQD")), Message::CannotOpen);
+  write(folder.file("Broken.PQD"), "broken otherwise");
+  EXPECT_EQ(save(manager, folder.file("Broken.PQD")).message, Message::None);
+}
+
+TEST_F(SharedFileTest, ALinkIsTheFileThatItLeadsTo) {
+  std::filesystem::create_symlink("Shared.PQD", folder.file("Link.PQD"));
+  std::filesystem::create_directory_symlink(folder.path(), folder.file("Folder"));
+  for (const char* by : {"Link.PQD", "Folder/Shared.PQD", "Folder/Link.PQD", "./Shared.PQD"}) {
+    write(path, kOne);
+    Manager fresh{others.boxes, others.reports, others.chart};
+    fresh.DiscardDatabase();
+    openAndAdd(fresh, others.boxes, folder.file(by), "1/2/2002");
+    EXPECT_EQ(save(fresh, path).message, Message::None) << by;
+    write(path, kOne);
+    EXPECT_EQ(save(fresh, folder.file(by)).reason, FileFailure::Changed) << by;
+    EXPECT_EQ(save(fresh, path).reason, FileFailure::Changed) << by;
+  }
+}
+
+TEST_F(SharedFileTest, AFileThatIsGoneIsWrittenAnew) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  std::filesystem::remove(path);
+  EXPECT_EQ(save(manager, path).message, Message::None);
+  EXPECT_EQ(contents(path), writeDatabase(manager.database()));
+}
+
+TEST_F(SharedFileTest, AFailedSaveKeepsWhatIsKnown) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  EXPECT_EQ(save(manager, folder.file("no/such/Mine.PQD")).reason, FileFailure::NoSuchFolder);
+  write(path, kOne + " ");
+  expectRefused(manager, path);
+  EXPECT_EQ(manager.OpenDatabase(path), Message::CannotOpen);
+  expectRefused(manager, path);
+  write(path, kOne);
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+TEST_F(SharedFileTest, ADiscardedDatabasesFilesAreStillKnown) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  manager.DiscardDatabase();
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  write(path, kOne + " ");
+  expectRefused(manager, path);
+  write(path, kOne);
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
 // --- records of funds that are not in the file --------------------------------------
 
 // Alder and Birch, and among their records those of 3 and 77, which are no funds. Their

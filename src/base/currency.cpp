@@ -36,8 +36,7 @@ Currency operator*(Currency a, Currency b) {
   const Wide twice = 2 * (remainder < 0 ? -remainder : remainder);
   if (twice > Currency::kScale || (twice == Currency::kScale && quotient % 2 != 0))
     quotient += product < 0 ? -1 : 1;
-  require(quotient <= std::numeric_limits<std::int64_t>::max() &&
-              quotient >= std::numeric_limits<std::int64_t>::min(),
+  require(quotient <= Currency::max().units_ && quotient >= Currency::min().units_,
           kBeyondCurrency);
   return Currency(static_cast<std::int64_t>(quotient));
 }
@@ -49,9 +48,8 @@ Currency detail::ToCurrencyInDoubt(double value) {
   const double low = std::floor(product);
   const double rest = product - low;
   const double whole = rest == 0.0 ? std::floor(lost) : 0.0;
-  auto units = static_cast<std::int64_t>(low);
-  require(!__builtin_add_overflow(units, static_cast<std::int64_t>(whole), &units),
-          kBeyondCurrency);
+  // The last double within the range is 1,024 from its end, what it lost at most half of that.
+  const auto units = static_cast<std::int64_t>(low) + static_cast<std::int64_t>(whole);
   bool up = false;
   if (isDecimalTie(value)) {
     up = units % 2 != 0;

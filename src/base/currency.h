@@ -13,26 +13,28 @@ namespace mirelund {
 
 inline constexpr char kBeyondCurrency[] = "amount out of range";
 
-/// An amount with four decimals, held as ten-thousandths. Sums and differences
-/// are exact; whatever leaves the range throws ArithmeticError. There is no way
-/// in from a double but ToCurrency, which names its rounding.
+/// An amount with four decimals, held as ten-thousandths: from
+/// -922,337,203,685,477.5807 to 922,337,203,685,477.5807, so that every amount has its
+/// negative. Sums and differences are exact; whatever leaves the range throws
+/// ArithmeticError, a count of 64 bits below it too. There is no way in from a double but
+/// ToCurrency, which names its rounding.
 class Currency {
  public:
   static constexpr std::int64_t kScale = 10'000;
 
   constexpr Currency() = default;
 
-  static constexpr Currency fromTenThousandths(std::int64_t units) { return Currency(units); }
+  static constexpr Currency fromTenThousandths(std::int64_t units) { return inRange(false, units); }
 
   /// A whole number: Currency::whole(25) is 25.0000.
   static constexpr Currency whole(std::int64_t number) {
     std::int64_t units = 0;
-    require(!__builtin_mul_overflow(number, kScale, &units), kBeyondCurrency);
-    return Currency(units);
+    const bool overflown = __builtin_mul_overflow(number, kScale, &units);
+    return inRange(overflown, units);
   }
 
   static constexpr Currency max() { return Currency(std::numeric_limits<std::int64_t>::max()); }
-  static constexpr Currency min() { return Currency(std::numeric_limits<std::int64_t>::min()); }
+  static constexpr Currency min() { return Currency(-max().units_); }
 
   constexpr std::int64_t tenThousandths() const { return units_; }
 
@@ -47,15 +49,15 @@ class Currency {
 
   friend constexpr Currency operator+(Currency a, Currency b) {
     std::int64_t sum = 0;
-    require(!__builtin_add_overflow(a.units_, b.units_, &sum), kBeyondCurrency);
-    return Currency(sum);
+    const bool overflown = __builtin_add_overflow(a.units_, b.units_, &sum);
+    return inRange(overflown, sum);
   }
   friend constexpr Currency operator-(Currency a, Currency b) {
     std::int64_t difference = 0;
-    require(!__builtin_sub_overflow(a.units_, b.units_, &difference), kBeyondCurrency);
-    return Currency(difference);
+    const bool overflown = __builtin_sub_overflow(a.units_, b.units_, &difference);
+    return inRange(overflown, difference);
   }
-  friend constexpr Currency operator-(Currency a) { return Currency() - a; }
+  friend constexpr Currency operator-(Currency a) { return Currency(-a.units_); }
 
   /// The product through 128 bits, rounded once to four decimals, a tie to the
   /// even ten-thousandth.
@@ -65,6 +67,12 @@ class Currency {
 
  private:
   explicit constexpr Currency(std::int64_t units) : units_(units) {}
+
+  // 64 bits have one count more below 0 than above: it is no amount.
+  static constexpr Currency inRange(bool overflown, std::int64_t units) {
+    require(!overflown && units != std::numeric_limits<std::int64_t>::min(), kBeyondCurrency);
+    return Currency(units);
+  }
 
   std::int64_t units_ = 0;
 };
@@ -82,7 +90,7 @@ Currency ToCurrencyInDoubt(double value);
 inline Currency ToCurrency(double value) {
   const double product = value * 10'000.0;
   // NaN fails both comparisons.
-  require(product >= -0x1p63 && product < 0x1p63, kBeyondCurrency);
+  require(product > -0x1p63 && product < 0x1p63, kBeyondCurrency);
   const auto units = static_cast<std::int64_t>(product);  // toward zero
   const double rest = product - static_cast<double>(units);
   // Only this near to one half can the rounding of the product, or the decimal

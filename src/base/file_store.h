@@ -40,10 +40,6 @@ enum class FileFailure : std::uint8_t {
   Other,    ///< the disk failed, or gave back other bytes than it was given
 };
 
-/// What a person is told of a reason that is not the name's fault: no permission, a
-/// disk that is read-only or full, a changed file. Empty for any other.
-std::string_view failureText(FileFailure failure);
-
 struct FileRead {
   FileFailure failure = FileFailure::None;
   std::string bytes;  ///< empty after a failure
@@ -64,6 +60,9 @@ class FileStore {
   /// is there must hold the bytes `expected`, where they are given.
   virtual FileFailure replace(const std::string& path, std::string_view bytes,
                               const std::optional<std::string>& expected = std::nullopt) = 0;
+
+  /// Where a replace of `path` would put the file, links followed.
+  virtual std::string resolved(const std::string& path) = 0;
 };
 
 /// The system's files.

@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <filesystem>
 #include <random>
 #include <utility>
 
@@ -264,6 +265,12 @@ FileFailure PosixFileStore::replace(const std::string& path, std::string_view by
     return FileFailure::None;
   }
   return FileFailure::Other;
+}
+
+std::string PosixFileStore::resolved(const std::string& path) {
+  std::error_code failed;
+  const auto place = std::filesystem::weakly_canonical(path, failed);
+  return failed ? path : place.string();
 }
 
 }  // namespace mirelund

@@ -43,6 +43,7 @@ class PosixFileStore : public FileStore {
   FileRead read(const std::string& path, std::size_t most) override;
   FileFailure replace(const std::string& path, std::string_view bytes,
                       const std::optional<std::string>& expected) override;
+  std::string resolved(const std::string& path) override;
 
  private:
   FileCalls& calls_;

@@ -28,7 +28,6 @@ struct Solving {
 };
 
 Solving solveYears(Mortgage& mortgage, double r) {
-  if (r == 0.0) return {};
   const double years = yearsToRepay(mortgage.payment, mortgage.principal, r, kMonths);
   if (!std::isfinite(years) || years > kMostSolvedYears)
     return {false, SolveStatus::PaymentTooSmall};

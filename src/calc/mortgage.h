@@ -232,9 +232,9 @@ struct Mortgage {
 /// with the period's rate i, but with the whole number N of payments a year for
 /// the count of payments: that mixture is required
 /// (Mortgage.RatesWithDaysButCountsWhole). Nothing is rounded. Never throws: a
-/// number out of range leaves `complete` false. Solving for years, every failure
-/// but a zero rate is a payment too small, or too large when it is at least the
-/// principal.
+/// number out of range leaves `complete` false. Solving for years, every failure is a
+/// payment too small, that of a zero rate too, by which the formula divides; or too
+/// large where it is at least the principal and the years are no more than 40.
 Mortgage solveMortgage(const MortgageInput& input);
 
 /// The texts of the page's boxes and result labels, as shown.

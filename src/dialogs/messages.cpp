@@ -86,4 +86,19 @@ std::string questionText(Question question, const MessageDetails& details) {
   return textOf<Question>(kQuestions, question, details);
 }
 
+std::string_view failureText(FileFailure reason) {
+  switch (reason) {
+    case FileFailure::NoPermission:
+      return "You do not have permission to write this file, or to write in its folder.";
+    case FileFailure::ReadOnly:
+      return "The disk is read-only.";
+    case FileFailure::NoSpace:
+      return "There is not enough space for the file.";
+    case FileFailure::Changed:
+      return "The file has been changed by another program since it was opened or saved here.";
+    default:
+      return {};
+  }
+}
+
 }  // namespace mirelund

@@ -5,6 +5,9 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+
+#include "base/file_store.h"
 
 namespace mirelund {
 
@@ -59,5 +62,10 @@ struct MessageDetails {
 /// The text; empty for a number that has none.
 std::string messageText(Message message, const MessageDetails& details = {});
 std::string questionText(Question question, const MessageDetails& details = {});
+
+/// Why a file was not saved, as one sentence for a person, told after message 25 where
+/// the reason is not the name that the message speaks of: no permission, a disk that is
+/// read-only, no space, a change by another program. Empty for every other reason.
+std::string_view failureText(FileFailure reason);
 
 }  // namespace mirelund

@@ -125,7 +125,7 @@ Saved SavePage::save(const QString& path) {
     const BusyPointer busy;
     return manager().SaveDatabase(bytes, what);
   };
-  const Saved first = saved(Replacing::WhatIsKnown);
+  const Saved first = saved(Replacing::Unchanged);
   if (first.reason != FileFailure::Changed) return first;
   const QString text =
       QString("%1 has been changed by another program since it was opened or saved here.")

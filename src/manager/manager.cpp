@@ -77,11 +77,12 @@ void Manager::leaveEntryPage() {
 
 Message Manager::OpenDatabase(const std::string& path) {
   state_.FileDialogMode = FileDialog::Idle;
-  const FileRead file = files_.read(path, kMostFileBytes);
+  FileRead file = files_.read(path, kMostFileBytes);
   if (file.failure != FileFailure::None) return Message::CannotOpen;
   auto fresh = parseDatabase(file.bytes);
   if (!fresh) return Message::CannotOpen;
   database_ = std::move(*fresh);
+  remember(files_.resolved(path), std::move(file.bytes));
   namePath(path);
   leaveEntryPage();
   reports_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
@@ -94,14 +95,24 @@ Message Manager::checkSave() const {
   return database_.RecordCount == 0 ? Message::NoRecords : Message::None;
 }
 
-Saved Manager::SaveDatabase(const std::string& path, Replacing /*what*/) {
+Saved Manager::SaveDatabase(const std::string& path, Replacing replacing) {
   state_.FileDialogMode = FileDialog::Idle;
   if (const Message refused = checkSave(); refused != Message::None) return {refused};
-  const FileFailure failure = files_.replace(path, writeDatabase(database_));
+  const std::string place = files_.resolved(path);
+  std::string bytes = writeDatabase(database_);
+  std::optional<std::string> expected;
+  const auto known = known_.find(place);
+  if (replacing == Replacing::Unchanged && known != known_.end()) expected = known->second;
+  const FileFailure failure = files_.replace(path, bytes, expected);
   if (failure != FileFailure::None) return {Message::CannotSave, failure};
+  remember(place, std::move(bytes));
   namePath(path);
   state_.FileChanged = 0;
   return {};
+}
+
+void Manager::remember(const std::string& place, std::string bytes) {
+  known_[place] = std::move(bytes);
 }
 
 void Manager::namePath(const std::string& path) {
@@ -219,6 +230,7 @@ Message Manager::checkRecordNumber(std::string_view number) const {
 Outcome Manager::deleteRecord(std::string_view number) {
   const std::int16_t row = recordRow(number);
   if (row == 0) return Outcome::failed(Message::NotARecord);
+  if (state_.CorrectingRecord != 0) clearEntryRow();  // its row is another's now
   removeRecord(database_, row);
   dataChanged();
   return showRecordList();

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -64,14 +65,15 @@ struct ReportShown {
   FundReport report;
 };
 
+/// Whether a file may be replaced that another program has changed since it was opened
+/// or saved here.
+enum class Replacing : std::uint8_t { Unchanged, Anything };
+
 /// What a save came to.
 struct Saved {
   Message message = Message::None;
   FileFailure reason = FileFailure::None;  ///< of message 25
 };
-
-/// What a save may replace.
-enum class Replacing : std::uint8_t { WhatIsKnown, Anything };
 
 class Manager {
  public:
@@ -128,7 +130,14 @@ class Manager {
 
   /// Saves under the path. Message 15, or 25 for any failure: the old file stands
   /// and FileChanged stays.
-  Saved SaveDatabase(const std::string& path, Replacing what = Replacing::WhatIsKnown);
+  ///
+  /// A file that was opened or saved here since this Manager was made, whatever name
+  /// led to it and though the database was discarded in between, is compared right
+  /// before it is replaced: where it holds other bytes than were read or written then,
+  /// the reason is FileFailure::Changed. It is for the window to tell that in place of
+  /// message 25, and to save again with Replacing::Anything, which compares nothing,
+  /// where the person wants it. A file that is gone is written anew.
+  Saved SaveDatabase(const std::string& path, Replacing replacing = Replacing::Unchanged);
 
   // --- entry page -------------------------------------------------------------
 
@@ -179,7 +188,7 @@ class Manager {
   /// Message 17 unless the number finds a record of the active fund; before
   /// question 4 is asked.
   Message checkRecordNumber(std::string_view number) const;
-  /// After the yes to question 4. Returns the new list.
+  /// After the yes to question 4. Cancels a correction. Returns the new list.
   Outcome deleteRecord(std::string_view number);
   /// After the yes to question 5; message 16 without an active fund. The fund must
   /// have no records.
@@ -219,6 +228,7 @@ class Manager {
 
  private:
   void namePath(const std::string& path);
+  void remember(const std::string& place, std::string bytes);
   void clearValuation();
   void fundsChanged();
   void dataChanged();
@@ -231,6 +241,8 @@ class Manager {
   ShortDateFormat format_;
   Database database_;
   ManagerState state_;
+  /// The bytes last read from or written to each file, by where it lies.
+  std::map<std::string, std::string> known_;
   struct Price {
     std::optional<Currency> value;  ///< nothing until one was typed
     bool outOfRange = false;        ///< the box shows a number beyond Currency

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include "base/parse_number.h"
+
 namespace mirelund {
 namespace {
 
@@ -83,8 +85,60 @@ TEST(Currency, SumsAreCheckedAtBothEnds) {
   const auto unit = Currency::fromTenThousandths(1);
   EXPECT_THROW(Currency::max() + unit, ArithmeticError);
   EXPECT_THROW(Currency::min() - unit, ArithmeticError);
-  EXPECT_THROW(-Currency::min(), ArithmeticError);
   EXPECT_EQ((Currency::max() - unit) + unit, Currency::max());
+}
+
+// ±922,337,203,685,477.5807: 64 bits go one ten-thousandth further below.
+TEST(Currency, TheRangeIsSymmetric) {
+  EXPECT_EQ(Currency::max().tenThousandths(), std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(Currency::min().tenThousandths(), -std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(-Currency::min(), Currency::max());
+  EXPECT_EQ(-Currency::max(), Currency::min());
+  EXPECT_EQ(Currency::min() * Currency::whole(-1), Currency::max());
+  EXPECT_EQ(Currency::fromTenThousandths(-std::numeric_limits<std::int64_t>::max()),
+            Currency::min());
+}
+
+struct OneBelow {
+  const char* operation;
+  Currency (*result)();
+};
+
+// Each would be -922,337,203,685,477.5808.
+constexpr OneBelow kOneBelow[] = {
+    {"a count",
+     [] { return Currency::fromTenThousandths(std::numeric_limits<std::int64_t>::min()); }},
+    {"a sum", [] { return Currency::min() + Currency::fromTenThousandths(-1); }},
+    {"a sum of halves",
+     [] {
+       const auto half = Currency::fromTenThousandths(std::numeric_limits<std::int64_t>::min() / 2);
+       return half + half;
+     }},
+    {"a sum in place",
+     [] {
+       Currency sum = Currency::min();
+       return sum += Currency::fromTenThousandths(-1);
+     }},
+    {"a difference", [] { return Currency::min() - Currency::fromTenThousandths(1); }},
+    {"a difference from nothing",
+     [] { return Currency() - Currency::max() - Currency::fromTenThousandths(1); }},
+    {"a product",
+     [] {
+       return Currency::fromTenThousandths(std::numeric_limits<std::int64_t>::min() / 2) *
+              Currency::whole(2);
+     }},
+    {"a rounded product",
+     [] {
+       return Currency::fromTenThousandths(-6'148'914'691'236'517'205) *
+              Currency::fromTenThousandths(15'000);
+     }},
+    {"a double", [] { return ToCurrency(-922337203685477.5808); }},
+    {"a typed text", [] { return ToCurrency(ParseNumber("-922337203685477.5808")); }},
+    {"a whole number", [] { return Currency::whole(-922'337'203'685'478); }},
+};
+
+TEST(Currency, NothingIsOneBelowTheRange) {
+  for (const auto& c : kOneBelow) EXPECT_THROW(c.result(), ArithmeticError) << c.operation;
 }
 
 struct Product {

@@ -352,7 +352,7 @@ class CalculatorPagesTest : public QObject {
     for (const char* next : {"MTInRate", "MTInPrincipal", "MTCompPeriod", "MTHelp"}) {
       program.click(next);
       if (auto* popup = QApplication::activePopupWidget()) popup->close();
-      QTest::qWait(20);
+      QVERIFY(program.isActivated(program.window("PQInvest")));
       QCOMPARE(program.prompts.warned, QStringList{tooSmall});
       QCOMPARE(QApplication::focusWidget()->objectName(), next);
     }

@@ -62,5 +62,23 @@ TEST(Messages, EveryQuestionHasItsText) {
     EXPECT_EQ(questionText(Question{static_cast<std::int16_t>(number)}, details), "");
 }
 
+TEST(Messages, AReasonThatIsNotTheNameHasASentence) {
+  const std::map<FileFailure, std::string_view> sentences = {
+      {FileFailure::None, ""},
+      {FileFailure::NoSuchFolder, ""},
+      {FileFailure::NoPermission,
+       "You do not have permission to write this file, or to write in its folder."},
+      {FileFailure::ReadOnly, "The disk is read-only."},
+      {FileFailure::NoSpace, "There is not enough space for the file."},
+      {FileFailure::NotAFile, ""},
+      {FileFailure::TooLarge, ""},
+      {FileFailure::Changed,
+       "The file has been changed by another program since it was opened or saved here."},
+      {FileFailure::Other, ""},
+  };
+  for (const auto& [reason, sentence] : sentences)
+    EXPECT_EQ(failureText(reason), sentence) << static_cast<int>(reason);
+}
+
 }  // namespace
 }  // namespace mirelund

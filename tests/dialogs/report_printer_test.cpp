@@ -105,7 +105,7 @@ class ReportPrinterTest : public QObject {
     QTest::newRow("a pipe, which nobody reads") << "Check the name and the folder.";
     QTest::newRow("a device") << "Check the name and the folder.";
     QTest::newRow("no such folder") << "Check the name and the folder.";
-    QTest::newRow("no space") << "There is not enough space on the disk.";
+    QTest::newRow("no space") << "There is not enough space for the file.";
   }
 
   void aDocumentThatCannotBeWrittenIsTold() {

@@ -434,6 +434,23 @@ TEST_F(ManagerTest, AFailedOpenLeavesTheDatabaseWhole) {
   }
 }
 
+// Its first record's shares have no positive counterpart to be corrected.
+TEST_F(ManagerTest, AnAmountOneBelowTheRangeIsRefusedOnOpening) {
+  const std::string path = folder.file("Test.PQD");
+  const auto file = [](const std::string& shares) {
+    return "1,1,\"All Records\",\"31\"\r\n\"Amber\",\"1\"\r\n1,.0001," + shares +
+           ",0,0,0,\"U\",#2001-05-15#\r\n";
+  };
+  write(path, file("-922337203685477.5808"));
+  EXPECT_EQ(manager.OpenDatabase(path), Message::CannotOpen);
+  EXPECT_EQ(manager.recordsText(), "Records: 0");
+  write(path, file("-922337203685477.5807"));
+  EXPECT_EQ(manager.OpenDatabase(path), Message::None);
+  EXPECT_EQ(manager.chooseFund(1).message, Message::None);
+  EXPECT_EQ(manager.correctRecord("Amber", "1"), Message::None);
+  EXPECT_EQ(manager.valueText(EntryBox::Shares), "922,337,203,685,477.5807");
+}
+
 TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
   addFund("Amber");
   EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
@@ -442,6 +459,22 @@ TEST_F(ManagerTest, AFailedSaveLeavesTheMark) {
   EXPECT_EQ(saved.reason, FileFailure::NoSuchFolder);
   EXPECT_EQ(manager.state().FileChanged, 1);
   EXPECT_EQ(manager.state().DatabasePath, "");
+}
+
+// Its row is another record's after the deletion.
+TEST_F(ManagerTest, ADeletedRecordEndsACorrection) {
+  addFund("Amber");
+  for (const char* day : {"1/1/2001", "1/2/2001", "1/3/2001"})
+    EXPECT_EQ(add('B', day, "10", "100"), Message::None);
+  ASSERT_EQ(manager.correctRecord("Amber", "2"), Message::None);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  EXPECT_EQ(manager.addRecord("1/2/2001", "Amber").message, Message::NoType);
+  // What is typed for a new record stays.
+  fill('B', "10", "100", "", "");
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(manager.addRecord("1/4/2001", "Amber").message, Message::None);
+  EXPECT_EQ(manager.recordsText(), "Records: 2");
 }
 
 TEST_F(ManagerTest, AsksBeforeChangesAreLost) {
@@ -470,6 +503,254 @@ TEST_F(ManagerTest, OpeningAnEmptyDatabaseShowsNothingElse) {
   EXPECT_EQ(manager.fundsText(), "Funds: 0");
   EXPECT_EQ(manager.recordsText(), "Records: 0");
   EXPECT_EQ(manager.databaseText(), "Database: Empty.PQD");
+}
+
+// --- files that another program changes ---------------------------------------------
+
+// Two programs on one file, each with a record of its own to save.
+class SharedFileTest : public ManagerTest {
+ protected:
+  SharedFileTest() {
+    other.DiscardDatabase();
+    write(path, kOne);
+  }
+
+  static Saved save(Manager& by, const std::string& to, Replacing replacing = {}) {
+    return by.SaveDatabase(to, replacing);
+  }
+
+  // Opens the file and adds a record.
+  static void openAndAdd(Manager& by, BoxState& boxes, const std::string& from, const char* day) {
+    ASSERT_EQ(by.OpenDatabase(from), Message::None);
+    by.chooseFund(1);
+    ASSERT_EQ(by.chooseType(0), Message::None);
+    for (const EntryBox box : {EntryBox::Price, EntryBox::Shares}) {
+      boxes.BoxEdited = 1;
+      by.leaveValueBox(box, "5");
+    }
+    ASSERT_EQ(by.addRecord(day, "Amber").message, Message::None);
+  }
+
+  // Refused, and nothing is another than before.
+  static void expectRefused(Manager& by, const std::string& to) {
+    const std::string file = contents(to);
+    const Database before = by.database();
+    const std::string name = by.state().DatabasePath;
+    const Saved saved = save(by, to);
+    EXPECT_EQ(saved.reason, FileFailure::Changed);
+    EXPECT_EQ(saved.message, Message::CannotSave);
+    EXPECT_EQ(contents(to), file);
+    EXPECT_EQ(by.database(), before);
+    EXPECT_EQ(by.state().FileChanged, 1);
+    EXPECT_EQ(by.state().DatabasePath, name);
+  }
+
+  const std::string kOne =
+      "1,1,\"All Records\",\"31\"\r\n\"Amber\",\"1\"\r\n1,2,3,0,0,6,\"B\",#2001-05-15#\r\n";
+  const std::string path = folder.file("Shared.PQD");
+  Global others;
+  Manager other{others.boxes, others.reports, others.chart};
+};
+
+TEST_F(SharedFileTest, TheSecondToSaveIsTold) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  openAndAdd(other, others.boxes, path, "1/3/2003");
+  EXPECT_EQ(save(manager, path).message, Message::None);
+  expectRefused(other, path);
+  expectRefused(other, path);
+  // The first may go on saving; the second may want its own in spite of it.
+  EXPECT_EQ(save(manager, path).message, Message::None);
+  EXPECT_EQ(save(other, path, Replacing::Anything).message, Message::None);
+  EXPECT_EQ(other.state().FileChanged, 0);
+  EXPECT_NE(contents(path).find("#2003-01-03#"), std::string::npos);
+  EXPECT_EQ(save(other, path).message, Message::None);
+  openAndAdd(manager, global.boxes, folder.file("Shared.PQD"), "1/4/2004");
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+TEST_F(SharedFileTest, AChangeOfAByteCounts) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  std::string bytes = kOne;
+  bytes.replace(bytes.find("Amber"), 5, "Umber");
+  write(path, bytes);
+  expectRefused(manager, path);
+  write(path, "");
+  expectRefused(manager, path);
+  write(path, bytes + bytes);
+  expectRefused(manager, path);
+  write(path, kOne);  // the same again
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+TEST_F(SharedFileTest, SavingElsewhereIsTheWayOut) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  openAndAdd(other, others.boxes, path, "1/3/2003");
+  ASSERT_EQ(save(manager, path).message, Message::None);
+  expectRefused(other, path);
+  const std::string elsewhere = folder.file("Mine.PQD");
+  EXPECT_EQ(save(other, elsewhere).message, Message::None);
+  EXPECT_EQ(other.state().DatabasePath, elsewhere);
+  EXPECT_NE(contents(elsewhere).find("#2003-01-03#"), std::string::npos);
+  // What was opened first is still known, and what was saved is.
+  EXPECT_EQ(save(other, path).reason, FileFailure::Changed);
+  write(elsewhere, kOne);
+  EXPECT_EQ(save(other, elsewhere).reason, FileFailure::Changed);
+}
+
+TEST_F(SharedFileTest, AFileThatWasNeverOpenedIsNotCompared) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  write(folder.file("Unknown.PQD"), "whatever stands here");
+  EXPECT_EQ(save(manager, folder.file("Unknown.PQD")).message, Message::None);
+  // Nor one that could not be opened.
+  write(folder.file("Broken.PQD"), "broken");
+  EXPECT_EQ(manager.OpenDatabase(folder.file("Broken.PQD")), Message::CannotOpen);
+  write(folder.file("Broken.PQD"), "broken otherwise");
+  EXPECT_EQ(save(manager, folder.file("Broken.PQD")).message, Message::None);
+}
+
+TEST_F(SharedFileTest, ALinkIsTheFileThatItLeadsTo) {
+  std::filesystem::create_symlink("Shared.PQD", folder.file("Link.PQD"));
+  std::filesystem::create_directory_symlink(folder.path(), folder.file("Folder"));
+  for (const char* by : {"Link.PQD", "Folder/Shared.PQD", "Folder/Link.PQD", "./Shared.PQD"}) {
+    write(path, kOne);
+    Manager fresh{others.boxes, others.reports, others.chart};
+    fresh.DiscardDatabase();
+    openAndAdd(fresh, others.boxes, folder.file(by), "1/2/2002");
+    EXPECT_EQ(save(fresh, path).message, Message::None) << by;
+    write(path, kOne);
+    EXPECT_EQ(save(fresh, folder.file(by)).reason, FileFailure::Changed) << by;
+    EXPECT_EQ(save(fresh, path).reason, FileFailure::Changed) << by;
+  }
+}
+
+TEST_F(SharedFileTest, AFileThatIsGoneIsWrittenAnew) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  std::filesystem::remove(path);
+  EXPECT_EQ(save(manager, path).message, Message::None);
+  EXPECT_EQ(contents(path), writeDatabase(manager.database()));
+}
+
+TEST_F(SharedFileTest, AFailedSaveKeepsWhatIsKnown) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  EXPECT_EQ(save(manager, folder.file("no/such/Mine.PQD")).reason, FileFailure::NoSuchFolder);
+  write(path, kOne + " ");
+  expectRefused(manager, path);
+  EXPECT_EQ(manager.OpenDatabase(path), Message::CannotOpen);
+  expectRefused(manager, path);
+  write(path, kOne);
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+TEST_F(SharedFileTest, ADiscardedDatabasesFilesAreStillKnown) {
+  openAndAdd(manager, global.boxes, path, "1/2/2002");
+  manager.DiscardDatabase();
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  write(path, kOne + " ");
+  expectRefused(manager, path);
+  write(path, kOne);
+  EXPECT_EQ(save(manager, path).message, Message::None);
+}
+
+// --- records of funds that are not in the file --------------------------------------
+
+// Alder and Birch, and among their records those of 3 and 77, which are no funds. Their
+// amounts would take every total beyond its range.
+const std::string kStrange3 =
+    "3,922337203685477.5807,922337203685477.5807,9,9,922337203685477.5807,\"B\",#2019-01-15#\r\n";
+const std::string kStrange77 =
+    "77,0,0,-922337203685477.5807,922337203685477.5807,922337203685477.5807,\"C\",#2020-04-04#\r\n";
+
+std::string withStrangers(const std::string& count, const std::string& strange3,
+                          const std::string& strange77) {
+  return count +
+         ",2,\"All Records\",\"31\"\r\n"
+         "\"Alder\",\"1\"\r\n"
+         "\"Birch\",\"2\"\r\n"
+         "1,10,100,50,0,1050,\"B\",#2019-01-02#\r\n" +
+         strange3 +
+         "2,20,50,0,0,1000,\"B\",#2019-02-03#\r\n"
+         "1,0,0,0,12.5,-12.5,\"C\",#2020-03-04#\r\n" +
+         strange77 + "2,0,0,0,7.25,-7.25,\"C\",#2020-05-06#\r\n";
+}
+
+TEST_F(ManagerTest, RecordsOfUnknownFundsCountAndStandNowhere) {
+  write(folder.file("Strange.PQD"), withStrangers("6", kStrange3, kStrange77));
+  ASSERT_EQ(manager.OpenDatabase(folder.file("Strange.PQD")), Message::None);
+  EXPECT_EQ(manager.recordsText(), "Records: 6");
+  EXPECT_EQ(manager.fundsText(), "Funds: 2");
+
+  Global others;
+  Manager plain{others.boxes, others.reports, others.chart};
+  plain.DiscardDatabase();
+  write(folder.file("Plain.PQD"), withStrangers("4", "", ""));
+  ASSERT_EQ(plain.OpenDatabase(folder.file("Plain.PQD")), Message::None);
+  const auto totals = [](const Global& shared) {
+    std::vector<std::int64_t> cells;
+    for (std::size_t row = 0; row < kTotalsRows; ++row)
+      for (std::size_t column = 0; column < kTotalsColumns; ++column)
+        cells.push_back(shared.reports.ComparisonTotals.at(row, column).tenThousandths());
+    return cells;
+  };
+  for (const std::int16_t row : {std::int16_t{1}, std::int16_t{2}}) {
+    const Outcome list = manager.chooseFund(row);
+    EXPECT_EQ(list.message, Message::None);
+    EXPECT_EQ(list.results, plain.chooseFund(row).results);
+    EXPECT_EQ(manager.showFund(row).report.text, plain.showFund(row).report.text);
+    global.boxes.BoxEdited = others.boxes.BoxEdited = 1;
+    manager.leavePriceBox(row, "20");
+    plain.leavePriceBox(row, "20");
+  }
+  const ReportShown all = manager.showAllFunds();
+  EXPECT_EQ(all.message, Message::None);
+  EXPECT_EQ(all.report.text, plain.showAllFunds().report.text);
+  EXPECT_EQ(totals(global), totals(others));
+  const Outcome values = manager.calculateCurrentValue();
+  EXPECT_EQ(values.message, Message::None);
+  EXPECT_EQ(values.results, plain.calculateCurrentValue().results);
+  EXPECT_EQ(totals(global), totals(others));
+}
+
+TEST_F(ManagerTest, RecordsOfUnknownFundsStayWhatTheyAre) {
+  const std::string path = folder.file("Strange.PQD");
+  write(path, withStrangers("6", kStrange3, kStrange77));
+  ASSERT_EQ(manager.OpenDatabase(path), Message::None);
+  const auto saved = [&] {
+    EXPECT_EQ(manager.SaveDatabase(path).message, Message::None);
+    return contents(path);
+  };
+  EXPECT_EQ(saved(), withStrangers("6", kStrange3, kStrange77));
+  manager.chooseFund(2);
+  EXPECT_EQ(add('B', "1/20/2019", "10", "100"), Message::None);
+  ASSERT_EQ(manager.correctRecord("Birch", "3"), Message::None);
+  EXPECT_EQ(manager.addRecord("1/1/2018", "Birch").message, Message::None);
+  EXPECT_EQ(manager.deleteRecord("2").message, Message::None);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_EQ(saved(),
+            "5,2,\"All Records\",\"31\"\r\n\"Alder\",\"1\"\r\n\"Birch\",\"2\"\r\n"
+            "1,10,100,50,0,1050,\"B\",#2019-01-02#\r\n" +
+                kStrange3 +
+                "2,20,50,0,0,1000,\"B\",#2019-02-03#\r\n"
+                "1,0,0,0,12.5,-12.5,\"C\",#2020-03-04#\r\n" +
+                kStrange77);
+  EXPECT_EQ(manager.deleteRecord("1").message, Message::None);
+  EXPECT_TRUE(manager.askDelete("Birch").wholeFund);
+  EXPECT_EQ(manager.deleteFund(), Message::None);
+  EXPECT_EQ(manager.recordsText(), "Records: 4");
+  EXPECT_EQ(saved(),
+            "4,1,\"All Records\",\"31\"\r\n\"Alder\",\"1\"\r\n"
+            "1,10,100,50,0,1050,\"B\",#2019-01-02#\r\n" +
+                kStrange3 + "1,0,0,0,12.5,-12.5,\"C\",#2020-03-04#\r\n" + kStrange77);
+}
+
+// The number is the count, as of every new fund: what had it before is shown at once.
+TEST_F(ManagerTest, AFundThatIsAddedListsTheRecordsOfItsNumber) {
+  write(folder.file("Strange.PQD"), withStrangers("5", "3,5,7,1,0,36,\"B\",#2019-01-15#\r\n", ""));
+  ASSERT_EQ(manager.OpenDatabase(folder.file("Strange.PQD")), Message::None);
+  const Outcome list = manager.addFund("Cedar");
+  EXPECT_EQ(manager.state().ActiveFund, 3);
+  EXPECT_NE(list.results.find("1/15/2019"), std::string::npos) << list.results;
+  EXPECT_FALSE(manager.askDelete("Cedar").wholeFund);
 }
 
 // --- reports and current value ------------------------------------------------------
@@ -637,6 +918,41 @@ TEST_F(ManagerTest, NamesAreShownAsTextAndKeptAsBytes) {
   EXPECT_EQ(contents(folder.file("Again.PQD")), contents(folder.file("Test.PQD")));
 }
 
+// One thing that a person can do to the database, drawn while a case is.
+void anyStep(Manager& manager, BoxState& boxes) {
+  const auto& database = manager.database();
+  const std::string active = manager.fundName(manager.state().ActiveFundRow);
+  switch (*anyIn(0, 8)) {
+    case 0:
+      manager.addFund(*rc::gen::elementOf(std::vector<std::string>{"a", "b", "zzzzzzzzzz", "~"}));
+      break;
+    case 1:
+      if (database.FundCount > 0)
+        manager.chooseFund(
+            *anyIn<std::int16_t>(1, static_cast<std::int16_t>(database.FundCount + 1)));
+      break;
+    case 2:
+      manager.correctRecord(active, std::to_string(*anyIn(0, 5)));
+      break;
+    case 3:
+      manager.deleteRecord(std::to_string(*anyIn(0, 5)));
+      break;
+    case 4:
+      if (manager.askDelete(active).wholeFund) manager.deleteFund();
+      break;
+    default:
+      manager.chooseType(*anyIn<std::size_t>(0, 6));
+      for (const auto box :
+           {EntryBox::Price, EntryBox::Shares, EntryBox::Fees, EntryBox::Dividend}) {
+        const auto* type = manager.state().entry.type;
+        if (type == nullptr || type->need(box) == Need::None) continue;
+        boxes.BoxEdited = 1;
+        manager.leaveValueBox(box, std::to_string(*rc::gen::inRange(1, 1000)));
+      }
+      manager.addRecord(formatDate(*anyDate(), manager.dateFormat()), active);
+  }
+}
+
 // Whatever is done, the tables stay within their limits, sorted and numbered.
 TEST(Manager, KeepsItsTablesInOrder) {
   checkReaching({{"records", 0.5}}, [](Reached& reached) {
@@ -645,40 +961,8 @@ TEST(Manager, KeepsItsTablesInOrder) {
     manager.DiscardDatabase();
     const int steps = *anyIn(1, 60);
     for (int i = 0; i < steps; ++i) {
+      anyStep(manager, global.boxes);
       const auto& database = manager.database();
-      switch (*anyIn(0, 8)) {
-        case 0:
-          manager.addFund(
-              *rc::gen::elementOf(std::vector<std::string>{"a", "b", "zzzzzzzzzz", "~"}));
-          break;
-        case 1:
-          if (database.FundCount > 0)
-            manager.chooseFund(
-                *anyIn<std::int16_t>(1, static_cast<std::int16_t>(database.FundCount + 1)));
-          break;
-        case 2:
-          manager.correctRecord(manager.fundName(manager.state().ActiveFundRow),
-                                std::to_string(*anyIn(0, 5)));
-          break;
-        case 3:
-          manager.deleteRecord(std::to_string(*anyIn(0, 5)));
-          break;
-        case 4:
-          if (manager.askDelete(manager.fundName(manager.state().ActiveFundRow)).wholeFund)
-            manager.deleteFund();
-          break;
-        default:
-          manager.chooseType(*anyIn<std::size_t>(0, 6));
-          for (const auto box :
-               {EntryBox::Price, EntryBox::Shares, EntryBox::Fees, EntryBox::Dividend}) {
-            const auto* type = manager.state().entry.type;
-            if (type == nullptr || type->need(box) == Need::None) continue;
-            global.boxes.BoxEdited = 1;
-            manager.leaveValueBox(box, std::to_string(*rc::gen::inRange(1, 1000)));
-          }
-          manager.addRecord(formatDate(*anyDate(), manager.dateFormat()),
-                            manager.fundName(manager.state().ActiveFundRow));
-      }
       RC_ASSERT(std::ranges::is_sorted(database.funds(), {}, &Fund::name));
       RC_ASSERT(std::ranges::is_sorted(database.records(), {}, &Record::date));
       std::int16_t number = 0;
@@ -689,6 +973,39 @@ TEST(Manager, KeepsItsTablesInOrder) {
       RC_ASSERT(manager.showAllFunds().message == Message::None);
     }
     if (manager.database().RecordCount > 1) reached("records");
+  });
+}
+
+// Whatever is done to the others, of any amounts.
+TEST(Manager, LeavesTheRecordsOfUnknownFundsAlone) {
+  checkReaching({{"others", 0.5}}, [](Reached& reached) {
+    const Folder folder;
+    Database strange = drawnDatabase(18, *anyIn(1, 20), anyAmount(), anyAmount());
+    for (Record& record : strange.records()) record.fund = Currency::whole(*anyIn(19, 60));
+    strange.FundCount = 0;
+    write(folder.file("Strange.PQD"), writeDatabase(strange));
+    Global global;
+    Manager manager{global.boxes, global.reports, global.chart};
+    manager.DiscardDatabase();
+    RC_ASSERT(manager.OpenDatabase(folder.file("Strange.PQD")) == Message::None);
+    const auto unknown = [](const Database& database) {
+      std::vector<std::string> lines;
+      for (Record record : database.records()) {
+        if (record.fund <= Currency::whole(18)) continue;
+        Database alone;
+        alone.RecordCount = 1;
+        alone.RecordTable[1] = record;
+        lines.push_back(writeDatabase(alone));
+      }
+      std::ranges::sort(lines);
+      return lines;
+    };
+    const int steps = *anyIn(1, 40);
+    for (int i = 0; i < steps; ++i) anyStep(manager, global.boxes);
+    RC_ASSERT(unknown(manager.database()) == unknown(strange));
+    RC_ASSERT(std::ranges::is_sorted(manager.database().records(), {}, &Record::date));
+    RC_ASSERT(manager.showAllFunds().message == Message::None);
+    if (manager.database().RecordCount > strange.RecordCount) reached("others");
   });
 }
 

@@ -2,18 +2,17 @@
 #include "manager/database/data_file.h"
 
 #include <array>
-#include <bitset>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 #include <string_view>
 
 namespace mirelund {
 
 namespace {
 
-constexpr std::int16_t kMostFundNumber = 30;
+constexpr std::int32_t kMostFundNumber = 30;
+constexpr std::int32_t kMostRow31Number = 999'999'999;
 
 bool isDigit(char c) {
   return static_cast<unsigned char>(c - '0') < 10;
@@ -41,44 +40,50 @@ class Scanner {
 
   bool atEnd() const { return at_ == end_; }
 
-  // A whole number of up to 4 digits, without leading zeros.
-  bool whole(std::int16_t most, std::int16_t& number) {
+  // A whole number without leading zeros.
+  template <typename Number>
+  bool whole(Number most, Number& number) {
     if (!isDigit(*at_) || (*at_ == '0' && isDigit(at_[1]))) return false;
-    int value = 0;
+    std::int64_t value = 0;
     while (isDigit(*at_)) {
       value = value * 10 + (*at_++ - '0');
       if (value > most) return false;
     }
-    number = static_cast<std::int16_t>(value);
+    number = static_cast<Number>(value);
     return true;
   }
 
+  // Walks on a pointer of its own, which `out` cannot be thought to share.
   bool amount(Currency& out) {
-    const bool negative = skip('-');
-    const char* const start = at_;
+    const char* at = at_;
+    const bool negative = *at == '-';
+    if (negative) ++at;
+    const char* const start = at;
     std::uint64_t units = 0;
-    while (isDigit(*at_)) {
-      if (at_ - start == kMostIntegerDigits) return false;
-      units = units * 10 + static_cast<std::uint64_t>(*at_++ - '0');
+    while (isDigit(*at)) {
+      if (at - start == kMostIntegerDigits) return false;
+      units = units * 10 + static_cast<std::uint64_t>(*at++ - '0');
     }
-    if (*start == '0' && at_ - start > 1) return false;
-    bool any = at_ != start;
-    if (*at_ == '.') {
-      const char* const point = at_++;
-      while (isDigit(*at_)) {
-        if (at_ - point > kDecimals) return false;
-        units = units * 10 + static_cast<std::uint64_t>(*at_++ - '0');
+    if (*start == '0' && at - start > 1) return false;
+    bool any = at != start;
+    if (*at == '.') {
+      const char* const point = at++;
+      while (isDigit(*at)) {
+        if (at - point > kDecimals) return false;
+        units = units * 10 + static_cast<std::uint64_t>(*at++ - '0');
       }
-      const auto decimals = at_ - point - 1;
+      const auto decimals = at - point - 1;
       if (decimals == 0) return false;
       any = true;
       units *= kScales[static_cast<std::size_t>(decimals)];
     } else {
       units *= kScales[0];
     }
-    constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    if (!any || units > kMost + (negative ? 1 : 0) || (negative && units == 0)) return false;
-    out = Currency::fromTenThousandths(static_cast<std::int64_t>(negative ? 0 - units : units));
+    constexpr auto kMost = static_cast<std::uint64_t>(Currency::max().tenThousandths());
+    if (!any || units > kMost || (negative && units == 0)) return false;
+    const auto magnitude = static_cast<std::int64_t>(units);
+    out = Currency::fromTenThousandths(negative ? -magnitude : magnitude);
+    at_ = at;
     return true;
   }
 
@@ -95,8 +100,8 @@ class Scanner {
     return skip('"');
   }
 
-  bool fundNumber(std::int16_t most, std::string& out) {
-    std::int16_t number = 0;
+  bool fundNumber(std::int32_t most, std::string& out) {
+    std::int32_t number = 0;
     if (!skip('"')) return false;
     const char* const start = at_;
     if (!whole(most, number) || number == 0) return false;
@@ -153,26 +158,20 @@ bool read(Scanner& in, Database& database) {
   std::int16_t funds = 0;
   if (!in.whole(kMostRecords, records) || !in.skip(',') || !in.whole(kMostFunds, funds) ||
       !in.skip(',') || !in.text(all.name) || !in.skip(',') ||
-      !in.fundNumber(static_cast<std::int16_t>(kAllRecordsRow), all.number) ||
-      !in.lineEnd(records == 0 && funds == 0))
+      !in.fundNumber(kMostRow31Number, all.number) || !in.lineEnd(records == 0 && funds == 0))
     return false;
 
-  std::bitset<kFundRows> known;
   for (std::int16_t row = 1; row <= funds; ++row) {
     Fund& fund = database.FundTable[static_cast<std::size_t>(row)];
     if (!in.text(fund.name) || !in.skip(',') || !in.fundNumber(kMostFundNumber, fund.number) ||
         !in.lineEnd(records == 0 && row == funds))
       return false;
-    known.set(static_cast<std::size_t>(fundNumber(fund)));
   }
 
   for (std::int16_t row = 1; row <= records; ++row) {
     Record& record = database.RecordTable[static_cast<std::size_t>(row)];
     if (!readRecord(in, record) || !in.lineEnd(row == records)) return false;
-    const auto units = record.fund.tenThousandths();
-    if (units % Currency::kScale != 0 || units < 0 || units > kMostFundNumber * Currency::kScale ||
-        !known.test(static_cast<std::size_t>(units / Currency::kScale)))
-      return false;
+    if (record.fund.tenThousandths() % Currency::kScale != 0) return false;
     record.number = row;
   }
   if (!in.atEnd()) return false;

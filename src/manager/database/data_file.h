@@ -30,12 +30,15 @@ inline constexpr std::size_t kMostFileBytes =
 /// The database that `bytes` hold, its funds sorted by name and its records in
 /// the file's order, numbered from 1. Nothing when they are not exactly a data
 /// file: counts beyond 600 and 18, fewer or more lines than the counts say, a
-/// fund number that is not 1 to 30, a record of no fund in the file, a type code
+/// fund number that is not 1 to 30, a record's that is not whole, a type code
 /// or a date that does not exist, an amount with more than four decimals or out
 /// of range, leading zeros, signs and blanks that nobody writes. Accepted besides
 /// the form above: LF for CR LF, a missing last line end, "0.5" for ".5" and
 /// zeros at the end of a fraction. Stops at the first byte that cannot be.
 /// Amounts go straight into ten-thousandths, never through a double.
+///
+/// A record may be of a fund that is not in the file, whatever its whole number:
+/// writers can come to leave one behind. Row 31's number is any of up to nine digits.
 std::optional<Database> parseDatabase(const std::string& bytes);
 
 /// The bytes of the data file. Parsing them gives an equal database.

@@ -42,9 +42,11 @@ bool isFundName(std::string_view name);
 /// The value of a fund's number; 0 for an empty text.
 std::int16_t fundNumber(const Fund& fund);
 
-/// A transaction. Amounts are Currency.
+/// A transaction. Amounts are Currency. A file can bring records of a fund that is not
+/// in the table: they are kept, counted and sorted like the others, and stand in no
+/// fund's report, value or total, until a fund of their number is added.
 struct Record {
-  Currency fund;            ///< C0: the fund's number
+  Currency fund;            ///< C0: the fund's number, whole
   Currency price;           ///< C1: a share
   Currency shares;          ///< C2: negative for shares that leave the holding
   Currency fees;            ///< C3: commission or fees
@@ -95,7 +97,8 @@ std::int16_t SortFunds(Database& database, std::int16_t follow = 0);
 
 /// Adds a fund and sorts; returns its row. Its number is the count after the
 /// addition, whether or not another fund has that number already, as happens
-/// after a deletion: required (FundDatabase.ANewFundTakesTheCountAsItsNumber).
+/// after a deletion, or records have it whose fund was not in the table, which are
+/// the new fund's then: required (FundDatabase.ANewFundTakesTheCountAsItsNumber).
 /// FundCount must be below kMostFunds.
 std::int16_t addFund(Database& database, std::string_view name);
 

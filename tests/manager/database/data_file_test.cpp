@@ -92,7 +92,7 @@ constexpr Amount kAmounts[] = {
     {-99999, "-9.9999"},
     {123456780, "12345.678"},
     {std::numeric_limits<std::int64_t>::max(), "922337203685477.5807"},
-    {std::numeric_limits<std::int64_t>::min(), "-922337203685477.5808"},
+    {-std::numeric_limits<std::int64_t>::max(), "-922337203685477.5807"},
 };
 
 TEST(DataFile, AmountsAreWrittenShort) {
@@ -149,6 +149,33 @@ TEST(DataFile, TheHeadersThirdAndFourthFieldAreRow31) {
   EXPECT_EQ(database->FundTable[31].name, "Everything");
   EXPECT_EQ(database->FundTable[31].number, "30");
   EXPECT_EQ(writeDatabase(*database), "0,0,\"Everything\",\"30\"\r\n");
+}
+
+// Nothing is refused that another writer of such files can have put.
+TEST(DataFile, ARecordMayBeOfAFundThatIsNotInTheFile) {
+  for (const char* fund : {"3", "18", "19", "30", "31", "32", "99", "65538", "922337203685477", "0",
+                           "-1", "-922337203685477"}) {
+    const std::string bytes = with("\r\n2,10.5", "\r\n" + std::string(fund) + ",10.5");
+    const auto database = parseDatabase(bytes);
+    ASSERT_TRUE(database) << fund;
+    EXPECT_EQ(database->RecordCount, 3) << fund;
+    EXPECT_EQ(writeDatabase(*database), bytes) << fund;
+  }
+  const std::string alone = "1,0,\"All Records\",\"31\"\r\n1,1,1,0,0,1,\"B\",#2001-01-01#\r\n";
+  const auto database = parseDatabase(alone);
+  ASSERT_TRUE(database);
+  EXPECT_EQ(database->FundCount, 0);
+  EXPECT_EQ(writeDatabase(*database), alone);
+}
+
+TEST(DataFile, Row31MayHaveAnyNumber) {
+  for (const char* number : {"1", "30", "31", "32", "40", "32767", "65536", "999999999"}) {
+    const std::string bytes = with("\"31\"", '"' + std::string(number) + '"');
+    const auto database = parseDatabase(bytes);
+    ASSERT_TRUE(database) << number;
+    EXPECT_EQ(database->FundTable[31].number, number);
+    EXPECT_EQ(writeDatabase(*database), bytes) << number;
+  }
 }
 
 std::string manyRecords(int count) {
@@ -219,12 +246,17 @@ std::vector<Malformed> malformed() {
       {"a record count in quotes", with("3,2,", "\"3\",2,")},
       {"a fund count that is a word", with("3,2,", "3,two,")},
       {"counts in scientific form", with("3,2,", "3e0,2,")},
-      {"records in no fund", "1,0,\"All Records\",\"31\"\r\n1,1,1,0,0,1,\"B\",#2001-01-01#\r\n"},
       // header
       {"a header without its name", with("\"All Records\",", "")},
       {"a header name without quotes", with("\"All Records\"", "All Records")},
       {"a header number without quotes", with("\"31\"", "31")},
-      {"a header number of 32", with("\"31\"", "\"32\"")},
+      {"a header number of 0", with("\"31\"", "\"0\"")},
+      {"a header number below 0", with("\"31\"", "\"-31\"")},
+      {"a header number with a leading zero", with("\"31\"", "\"031\"")},
+      {"a header number of ten digits", with("\"31\"", "\"1000000000\"")},
+      {"a header number beyond 64 bits", with("\"31\"", "\"99999999999999999999\"")},
+      {"an empty header number", with("\"31\"", "\"\"")},
+      {"a header number of letters", with("\"31\"", "\"all\"")},
       {"a fifth field in the header", with("\"31\"", "\"31\",0")},
       {"a blank behind a comma", with("3,2,", "3, 2,")},
       {"a semicolon for a comma", with("3,2,", "3;2,")},
@@ -254,11 +286,10 @@ std::vector<Malformed> malformed() {
       {"a fund number with a blank", with("\"Birch\",\"1\"", "\"Birch\",\" 1\"")},
       {"a third field in a fund", with("\"Birch\",\"1\"", "\"Birch\",\"1\",\"\"")},
       // records
-      {"a record of a fund that is not there", with("\r\n2,10.5", "\r\n3,10.5")},
-      {"a record of fund 0", with("\r\n2,10.5", "\r\n0,10.5")},
-      {"a record of fund -1", with("\r\n2,10.5", "\r\n-1,10.5")},
       {"a record of fund 1.5", with("\r\n2,10.5", "\r\n1.5,10.5")},
-      {"a record of fund 65538", with("\r\n2,10.5", "\r\n65538,10.5")},
+      {"a record of fund .0001", with("\r\n2,10.5", "\r\n.0001,10.5")},
+      {"a record of fund 02", with("\r\n2,10.5", "\r\n02,10.5")},
+      {"a record of a fund in quotes", with("\r\n2,10.5", "\r\n\"2\",10.5")},
       {"a field missing", with("10.5,100,", "10.5,")},
       {"a field too many", with("10.5,100,", "10.5,100,0,")},
       {"an empty amount", with("10.5,100,", ",100,")},
@@ -285,7 +316,8 @@ std::vector<Malformed> malformed() {
       {"a tab", with("10.5", "\t10.5")},
       {"an amount in quotes", with("10.5", "\"10.5\"")},
       {"one ten-thousandth beyond the range", with("10.5", "922337203685477.5808")},
-      {"one beyond the negative range", with("10.5", "-922337203685477.5809")},
+      {"one beyond the negative range", with("10.5", "-922337203685477.5808")},
+      {"two beyond the negative range", with("10.5", "-922337203685477.5809")},
       {"an amount of 16 digits", with("10.5", "1000000000000000")},
       {"an amount beyond 64 bits", with("10.5", "99999999999999999999999999")},
       {"an unknown type", with("\"B\"", "\"X\"")},
@@ -389,6 +421,31 @@ RC_GTEST_PROP(DataFile, AnyDatabaseComesBackTheSame, ()) {
   RC_ASSERT(back.has_value());
   RC_ASSERT(*back == database);
   RC_ASSERT(writeDatabase(*back) == bytes);
+}
+
+// Funds that are in the file, funds that are not, and what is no fund at all.
+TEST(DataFile, RecordsOfUnknownFundsComeBackByteForByte) {
+  checkReaching({{"unknown", 0.5}, {"end"}}, [](Reached& reached) {
+    Database database = *anyDatabase();
+    if (database.RecordCount == 0) database.RecordCount = 1;
+    database.RecordTable[1].number = 1;
+    if (database.RecordTable[1].date == Date()) database.RecordTable[1].date = *anyDate();
+    database.FundTable[31].number = std::to_string(*anyIn(1, 1'000'000'000));
+    bool unknown = false;
+    for (Record& record : database.records()) {
+      const auto fund = *rc::gen::oneOf(anyIn<std::int64_t>(1, 31), anyIn<std::int64_t>(-5, 60),
+                                        anyIn<std::int64_t>(-100'000'000'000, 100'000'000'000));
+      record.fund = Currency::whole(fund);
+      unknown = unknown || fund < 1 || fund > database.FundCount;
+    }
+    const std::string bytes = writeDatabase(database);
+    const auto back = parseDatabase(bytes);
+    RC_ASSERT(back.has_value());
+    RC_ASSERT(*back == database);
+    RC_ASSERT(writeDatabase(*back) == bytes);
+    if (unknown) reached("unknown");
+    reached();
+  });
 }
 
 TEST(DataFile, ABrokenByteIsRefusedOrReadAndWrittenStably) {

@@ -77,13 +77,12 @@ inline Database madeDatabase(int funds, int count) {
 }
 
 inline rc::Gen<Currency> anyAmount() {
-  return rc::gen::map(
-      rc::gen::oneOf(rc::gen::inRange<std::int64_t>(-20'000, 20'000),
-                     rc::gen::inRange<std::int64_t>(std::numeric_limits<std::int64_t>::min(),
-                                                    std::numeric_limits<std::int64_t>::max()),
-                     rc::gen::just(std::numeric_limits<std::int64_t>::min()),
-                     rc::gen::just(std::numeric_limits<std::int64_t>::max())),
-      Currency::fromTenThousandths);
+  return rc::gen::map(rc::gen::oneOf(rc::gen::inRange<std::int64_t>(-20'000, 20'000),
+                                     rc::gen::inRange(-std::numeric_limits<std::int64_t>::max(),
+                                                      std::numeric_limits<std::int64_t>::max()),
+                                     rc::gen::just(-std::numeric_limits<std::int64_t>::max()),
+                                     rc::gen::just(std::numeric_limits<std::int64_t>::max())),
+                      Currency::fromTenThousandths);
 }
 
 inline rc::Gen<Date> anyDate() {

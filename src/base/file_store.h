@@ -4,6 +4,7 @@
 //   replace, where                              what stands there afterwards
 //   ------------------------------------------  ------------------------------------
 //   there is no file                            the new one, whole; or none
+//   there was none, and one has appeared        the one that appeared
 //   there is a regular file                     the old one or the new one, whole, at
 //                                               every moment, a crash included
 //   the name is a symbolic link                 the link; what it points at is
@@ -17,6 +18,9 @@
 //   nothing told                                the new file: it has been flushed to the
 //                                               disk, read back and found identical
 //   a failure told                              the old file; nothing is left beside it
+//   a save before was killed                    what it left beside the file is gone:
+//                                               a whole file of this user's, named like a
+//                                               temporary, which nobody is writing
 #pragma once
 
 #include <cstddef>
@@ -36,9 +40,13 @@ enum class FileFailure : std::uint8_t {
   NoSpace,   ///< or over the limit that the system sets for a file or a person
   NotAFile,  ///< a folder, a device, a pipe, links that lead in a circle
   TooLarge,
-  Changed,  ///< it holds other bytes than expected
+  Changed,  ///< it holds other bytes than expected, or has just appeared
   Other,    ///< the disk failed, or gave back other bytes than it was given
 };
+
+/// What a person is told of a reason that is not the name's fault: no permission, a
+/// disk that is read-only or full, a changed file. Empty for any other.
+std::string_view failureText(FileFailure failure);
 
 struct FileRead {
   FileFailure failure = FileFailure::None;
@@ -61,7 +69,10 @@ class FileStore {
   virtual FileFailure replace(const std::string& path, std::string_view bytes,
                               const std::optional<std::string>& expected = std::nullopt) = 0;
 
-  /// Where a replace of `path` would put the file, links followed.
+  /// Where a replace of `path` would put the file, as an absolute path: the links of
+  /// the file and of its folders are followed, the file itself need not be there. Two
+  /// paths of one file give the same. Where it cannot be told (no such folder, links in
+  /// a circle), the path as it is.
   virtual std::string resolved(const std::string& path) = 0;
 };
 

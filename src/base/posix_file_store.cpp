@@ -2,6 +2,7 @@
 #include "base/posix_file_store.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,9 +10,10 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
-#include <filesystem>
+#include <cstdlib>
+#include <memory>
 #include <random>
-#include <utility>
+#include <vector>
 
 #include "base/file_name.h"
 
@@ -26,8 +28,14 @@ ssize_t FileCalls::read(int file, void* to, std::size_t size) {
 ssize_t FileCalls::write(int file, const void* from, std::size_t size) {
   return ::write(file, from, size);
 }
+off_t FileCalls::lseek(int file, off_t offset, int from) {
+  return ::lseek(file, offset, from);
+}
 int FileCalls::fsync(int file) {
   return ::fsync(file);
+}
+int FileCalls::flock(int file, int how) {
+  return ::flock(file, how);
 }
 int FileCalls::close(int file) {
   return ::close(file);
@@ -47,11 +55,26 @@ int FileCalls::fchmod(int file, mode_t mode) {
 ssize_t FileCalls::readlink(const char* path, char* to, std::size_t size) {
   return ::readlink(path, to, size);
 }
+char* FileCalls::realpath(const char* path, char* to) {
+  return ::realpath(path, to);
+}
+int FileCalls::linkat(int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+  return ::linkat(fromFolder, from, toFolder, to, flags);
+}
 int FileCalls::rename(const char* from, const char* to) {
   return ::rename(from, to);
 }
 int FileCalls::unlink(const char* path) {
   return ::unlink(path);
+}
+DIR* FileCalls::opendir(const char* path) {
+  return ::opendir(path);
+}
+dirent* FileCalls::readdir(DIR* folder) {
+  return ::readdir(folder);
+}
+int FileCalls::closedir(DIR* folder) {
+  return ::closedir(folder);
 }
 
 FileStore& systemFiles() {
@@ -67,6 +90,9 @@ constexpr mode_t kNewFile = 0666;
 constexpr mode_t kPrivate = 0600;
 constexpr int kMostLinks = 40;
 constexpr int kMostNames = 100;
+constexpr std::string_view kTemporaryBegin = ".mirelund-";
+constexpr std::size_t kTemporaryDigits = 8;
+constexpr std::string_view kTemporaryEnd = ".tmp";
 
 // Closes what was opened, on every way out.
 class OpenFile {
@@ -82,12 +108,9 @@ class OpenFile {
   bool isOpen() const { return file_ >= 0; }
   int number() const { return file_; }
 
-  // What was written late can still fail here.
-  bool close() { return calls_.close(std::exchange(file_, -1)) == 0; }
-
  private:
   FileCalls& calls_;
-  int file_;
+  const int file_;
 };
 
 // What the call that has just failed says of the reason.
@@ -105,6 +128,8 @@ FileFailure reasonOfErrno() {
     case EDQUOT:
     case EFBIG:
       return FileFailure::NoSpace;
+    case ELOOP:
+      return FileFailure::NotAFile;
     default:
       return FileFailure::Other;
   }
@@ -139,21 +164,26 @@ FileFailure writeAll(FileCalls& calls, int file, std::string_view bytes) {
   return FileFailure::None;
 }
 
-// The directory part of a path, with its slash; empty for the current one.
-std::string directoryOf(const std::string& path) {
+// The folder part of a path, with its slash; empty for the current one.
+std::string beside(const std::string& path) {
   return path.substr(0, path.size() - fileName(path).size());
 }
 
-// Where the path's links lead; empty when they lead in a circle.
-std::string followLinks(FileCalls& calls, std::string path) {
+std::string folderOf(const std::string& path) {
+  const std::string folder = beside(path);
+  return folder.empty() ? "." : folder;
+}
+
+// Puts where the path's links lead in its place.
+FileFailure followLinks(FileCalls& calls, std::string& path) {
   std::array<char, PATH_MAX> room;
   for (int links = 0; links < kMostLinks; ++links) {
     const ssize_t size = calls.readlink(path.c_str(), room.data(), room.size());
-    if (size < 0) return errno == EINVAL || errno == ENOENT ? path : std::string();
+    if (size < 0) return failureUnless(errno == EINVAL || errno == ENOENT);
     const std::string target(room.data(), static_cast<std::size_t>(size));
-    path = target.starts_with('/') ? target : directoryOf(path).append(target);
+    path = target.starts_with('/') ? target : beside(path).append(target);
   }
-  return {};
+  return FileFailure::NotAFile;
 }
 
 // The file that a save replaces, if there is one.
@@ -175,11 +205,46 @@ std::string temporaryName(const std::string& path) {
   std::random_device random;
   std::array<char, 32> name;
   std::snprintf(name.data(), name.size(), ".mirelund-%08x.tmp", random());
-  return directoryOf(path) + name.data();
+  return beside(path) + name.data();
 }
 
-// Gives the temporary the old file's owner and permissions. The owner is lost
-// where the system does not let it be given away.
+bool isTemporaryName(std::string_view name) {
+  return name.size() == kTemporaryBegin.size() + kTemporaryDigits + kTemporaryEnd.size() &&
+         name.starts_with(kTemporaryBegin) && name.ends_with(kTemporaryEnd) &&
+         name.find_first_not_of("0123456789abcdef", kTemporaryBegin.size()) ==
+             kTemporaryBegin.size() + kTemporaryDigits;
+}
+
+// The names in a folder that temporaries have; none where it may not be listed.
+std::vector<std::string> temporariesIn(FileCalls& calls, const std::string& folder) {
+  const auto close = [&calls](DIR* open) { calls.closedir(open); };
+  const std::unique_ptr<DIR, decltype(close)> open(calls.opendir(folder.c_str()), close);
+  std::vector<std::string> found;
+  if (!open) return found;
+  while (const dirent* entry = calls.readdir(open.get()))
+    if (isTemporaryName(entry->d_name)) found.emplace_back(entry->d_name);
+  return found;
+}
+
+// Whether a file with such a name is this user's, and nobody writes it.
+bool isStale(FileCalls& calls, int file) {
+  struct stat status {};
+  return calls.fstat(file, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == geteuid() &&
+         calls.flock(file, LOCK_EX | LOCK_NB) == 0;
+}
+
+// What killed saves left beside the path.
+void removeStale(FileCalls& calls, const std::string& path) {
+  for (const std::string& name : temporariesIn(calls, folderOf(path))) {
+    const std::string temporary = beside(path) + name;
+    // For writing, because some disks lock nothing else; and never waits for a pipe.
+    const OpenFile file(calls, temporary, O_RDWR | O_NOFOLLOW | O_NONBLOCK);
+    if (file.isOpen() && isStale(calls, file.number())) calls.unlink(temporary.c_str());
+  }
+}
+
+// Gives the new file the old one's owner and permissions. The owner is lost where
+// the system does not let it be given away.
 FileFailure keepRights(FileCalls& calls, int file, const Target& target) {
   struct stat own {};
   if (calls.fstat(file, &own) != 0) return reasonOfErrno();
@@ -189,37 +254,106 @@ FileFailure keepRights(FileCalls& calls, int file, const Target& target) {
 }
 
 // Whether the file holds just these bytes; `otherwise` where it holds others.
-FileFailure compare(FileCalls& calls, const std::string& path, std::string_view bytes,
-                    FileFailure otherwise) {
-  OpenFile file(calls, path, O_RDONLY);
-  if (!file.isOpen()) return reasonOfErrno();
+FileFailure compare(FileCalls& calls, int file, std::string_view bytes, FileFailure otherwise) {
   std::string held;
-  const FileFailure failure = readAll(calls, file.number(), bytes.size(), held);
-  if (failure == FileFailure::TooLarge || (failure == FileFailure::None && held != bytes))
-    return otherwise;
+  const FileFailure failure = readAll(calls, file, bytes.size(), held);
+  if (failure == FileFailure::TooLarge) return otherwise;
   if (failure != FileFailure::None) return failure;
-  return failureUnless(file.close());
+  return held == bytes ? FileFailure::None : otherwise;
 }
 
-FileFailure fill(FileCalls& calls, OpenFile& file, const Target& target, std::string_view bytes) {
-  FileFailure failure = writeAll(calls, file.number(), bytes);
-  if (failure == FileFailure::None && target.exists)
-    failure = keepRights(calls, file.number(), target);
-  if (failure != FileFailure::None) return failure;
-  return failureUnless(calls.fsync(file.number()) == 0 && file.close());
-}
+// The way of one new file into its place.
+class Replacement {
+ public:
+  Replacement(FileCalls& calls, const std::string& place, const Target& target,
+              std::string_view bytes, const std::optional<std::string>& expected)
+      : calls_(calls), place_(place), target_(target), bytes_(bytes), expected_(expected) {}
 
-// Everything between the temporary's making and its going into place.
-FileFailure putInPlace(FileCalls& calls, OpenFile& file, const std::string& temporary,
-                       const std::string& place, const Target& target, std::string_view bytes,
-                       const std::optional<std::string>& expected) {
-  FileFailure failure = fill(calls, file, target, bytes);
-  if (failure == FileFailure::None) failure = compare(calls, temporary, bytes, FileFailure::Other);
-  if (failure == FileFailure::None && target.exists && expected)
-    failure = compare(calls, place, *expected, FileFailure::Changed);
-  if (failure != FileFailure::None) return failure;
-  return failureUnless(calls.rename(temporary.c_str(), place.c_str()) == 0);
-}
+  FileFailure run() {
+    if (const std::optional<FileFailure> told = goNameless()) return *told;
+    return goNamed();
+  }
+
+ private:
+  mode_t mode() const { return target_.exists ? kPrivate : kNewFile; }
+
+  // Nothing where the system has no such way.
+  std::optional<FileFailure> goNameless() {
+    const OpenFile file(calls_, folderOf(place_), O_RDWR | O_TMPFILE, mode());
+    if (!file.isOpen()) return std::nullopt;
+    // Free as yet; and where a disk has no locks, nobody finds a file stale.
+    static_cast<void>(calls_.flock(file.number(), LOCK_EX | LOCK_NB));
+    if (const FileFailure failure = prepare(file.number()); failure != FileFailure::None)
+      return failure;
+    return link(file.number());
+  }
+
+  FileFailure goNamed() {
+    for (int names = 0; names < kMostNames; ++names) {
+      const std::string temporary = temporaryName(place_);
+      const OpenFile file(calls_, temporary, O_RDWR | O_CREAT | O_EXCL, mode());
+      if (!file.isOpen() && errno == EEXIST) continue;
+      if (!file.isOpen()) return reasonOfErrno();
+      if (isStillThere(file.number())) return rename(temporary, prepare(file.number()));
+      calls_.unlink(temporary.c_str());
+    }
+    return FileFailure::Other;
+  }
+
+  // Locks the file, unless somebody took it for stale before that.
+  bool isStillThere(int file) {
+    if (calls_.flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+    struct stat own {};
+    return calls_.fstat(file, &own) != 0 || own.st_nlink > 0;
+  }
+
+  // Everything between the file's making and its going into place.
+  FileFailure prepare(int file) {
+    FileFailure failure = writeAll(calls_, file, bytes_);
+    if (failure == FileFailure::None && target_.exists) failure = keepRights(calls_, file, target_);
+    if (failure != FileFailure::None) return failure;
+    if (calls_.fsync(file) != 0 || calls_.lseek(file, 0, SEEK_SET) != 0) return reasonOfErrno();
+    failure = compare(calls_, file, bytes_, FileFailure::Other);
+    return failure == FileFailure::None ? compareTarget() : failure;
+  }
+
+  // Whether there is still no file, or the one that is expected.
+  FileFailure compareTarget() {
+    struct stat status {};
+    if (!target_.exists && calls_.stat(place_.c_str(), &status) == 0) return FileFailure::Changed;
+    if (!target_.exists || !expected_) return FileFailure::None;
+    const OpenFile old(calls_, place_, O_RDONLY | O_NONBLOCK);
+    if (!old.isOpen()) return reasonOfErrno();
+    return compare(calls_, old.number(), *expected_, FileFailure::Changed);
+  }
+
+  // Nothing where the system gives the nameless file no name.
+  std::optional<FileFailure> link(int file) {
+    const std::string own = "/proc/self/fd/" + std::to_string(file);
+    for (int names = 0; names < kMostNames; ++names) {
+      const std::string name = target_.exists ? temporaryName(place_) : place_;
+      if (calls_.linkat(AT_FDCWD, own.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0)
+        return target_.exists ? rename(name, FileFailure::None) : FileFailure::None;
+      if (errno != EEXIST) return std::nullopt;
+      if (!target_.exists) return FileFailure::Changed;
+    }
+    return FileFailure::Other;
+  }
+
+  // The last step; where it or one before it failed, the name goes.
+  FileFailure rename(const std::string& temporary, FileFailure failure) {
+    if (failure == FileFailure::None)
+      failure = failureUnless(calls_.rename(temporary.c_str(), place_.c_str()) == 0);
+    if (failure != FileFailure::None) calls_.unlink(temporary.c_str());
+    return failure;
+  }
+
+  FileCalls& calls_;
+  const std::string& place_;
+  const Target& target_;
+  const std::string_view bytes_;
+  const std::optional<std::string>& expected_;
+};
 
 }  // namespace
 
@@ -240,37 +374,30 @@ FileRead PosixFileStore::read(const std::string& path, std::size_t most) {
 
 FileFailure PosixFileStore::replace(const std::string& path, std::string_view bytes,
                                     const std::optional<std::string>& expected) {
-  const std::string place = followLinks(calls_, path);
+  std::string place = path;
+  FileFailure failure = followLinks(calls_, place);
+  if (failure != FileFailure::None) return failure;
   if (fileName(place).empty()) return FileFailure::NotAFile;
   Target target;
-  if (const FileFailure refused = inspect(calls_, place, target); refused != FileFailure::None)
-    return refused;
+  failure = inspect(calls_, place, target);
+  if (failure != FileFailure::None) return failure;
 
-  for (int names = 0; names < kMostNames; ++names) {
-    const std::string temporary = temporaryName(place);
-    OpenFile file(calls_, temporary, O_WRONLY | O_CREAT | O_EXCL,
-                  target.exists ? kPrivate : kNewFile);
-    if (!file.isOpen()) {
-      if (errno == EEXIST) continue;
-      return reasonOfErrno();
-    }
-    const FileFailure failure = putInPlace(calls_, file, temporary, place, target, bytes, expected);
-    if (failure != FileFailure::None) {
-      calls_.unlink(temporary.c_str());
-      return failure;
-    }
-    const std::string directory = directoryOf(place);
-    OpenFile folder(calls_, directory.empty() ? "." : directory, O_RDONLY | O_DIRECTORY);
-    if (folder.isOpen()) static_cast<void>(calls_.fsync(folder.number()));
-    return FileFailure::None;
-  }
-  return FileFailure::Other;
+  removeStale(calls_, place);
+  failure = Replacement(calls_, place, target, bytes, expected).run();
+  if (failure != FileFailure::None) return failure;
+  const OpenFile folder(calls_, folderOf(place), O_RDONLY | O_DIRECTORY);
+  if (folder.isOpen()) static_cast<void>(calls_.fsync(folder.number()));
+  return FileFailure::None;
 }
 
 std::string PosixFileStore::resolved(const std::string& path) {
-  std::error_code failed;
-  const auto place = std::filesystem::weakly_canonical(path, failed);
-  return failed ? path : place.string();
+  std::string place = path;
+  if (followLinks(calls_, place) != FileFailure::None || fileName(place).empty()) return path;
+  std::array<char, PATH_MAX> room;
+  if (calls_.realpath(folderOf(place).c_str(), room.data()) == nullptr) return path;
+  std::string folder = room.data();
+  if (!folder.ends_with('/')) folder += '/';
+  return folder.append(fileName(place));
 }
 
 }  // namespace mirelund

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Databases, amounts and temporary folders for the manager's tests.
+// Databases and amounts for the manager's tests.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <limits>
 #include <string>
 
+#include "files.h"
 #include "manager/database/fund_database.h"
 #include "reached.h"
 
@@ -23,37 +21,6 @@ inline Currency money(double value) {
 
 inline Date date(int year, int month, int day) {
   return *Date::of(year, month, day);
-}
-
-/// A folder that goes with the test.
-class Folder {
- public:
-  Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "mirelund-test-XXXXXX").string();
-    path_ = mkdtemp(name.data());
-    std::filesystem::permissions(path_, std::filesystem::perms::all);
-  }
-  ~Folder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  std::string file(const std::string& name) const { return path_ + "/" + name; }
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-};
-
-inline std::string contents(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-inline void write(const std::string& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
 }
 
 /// `count` records in `funds` funds, each value another, sorted by date.

@@ -43,7 +43,7 @@ _PROSE = re.compile(r"[A-Za-z]{2,}[,.:]? [A-Za-z]{2,}")
 
 class Mutant:
     __slots__ = ("path", "start", "end", "old", "new", "kind", "line", "column", "id",
-                 "line_text", "context", "header")
+                 "line_text", "context", "header", "text")
 
     def __init__(self, source, kind, start, end, new, context):
         self.path = source.path
@@ -58,16 +58,18 @@ class Mutant:
         self.context = context
         self.header = not source.path.endswith(".cpp")
         self.id = ""
+        self.text = source.text
 
-    def mutated_line(self, text):
+    def mutated_line(self):
         """The line where the edit begins, as the mutant has it."""
+        text = self.text
         begin = text.rfind("\n", 0, self.start) + 1
         end = text.find("\n", self.end)
         whole = text[begin : self.start] + self.new + text[self.end : end if end >= 0 else None]
         return " ".join(whole.split())
 
-    def applied(self, text):
-        return text[: self.start] + self.new + text[self.end :]
+    def applied(self):
+        return self.text[: self.start] + self.new + self.text[self.end :]
 
     def description(self):
         old, new = (" ".join(t.split()) for t in (self.old, self.new))
@@ -161,8 +163,14 @@ class Names:
             i = end + 1
         return names
 
+    def first(self, scope):
+        return (self._group(scope) or [None])[0]
+
+    def _group(self, scope):
+        return self.groups.get(self.aliases.get(scope, scope), [])
+
     def next(self, scope, name):
-        group = self.groups.get(self.aliases.get(scope, scope), [])
+        group = self._group(scope)
         if name not in group or len(group) < 2:
             return None
         return group[(group.index(name) + 1) % len(group)]
@@ -522,6 +530,9 @@ class Finder:
         value = self.source.between(first + 1, last)
         if value in ("{}", "0", "false", "nullptr", '""', "std::nullopt", "0.0", "*this", "true"):
             return
+        scope, separator, name = value.rpartition("::")
+        if separator and name == "None" and self.names.first(scope) == name:
+            return  # what {} makes, too
         self._add("return", first, self.tokens[first + 1].start, self.tokens[last - 1].end, "{}")
 
 

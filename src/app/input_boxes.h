@@ -44,8 +44,8 @@ struct BoxRule {
 };
 
 /// A calculator's boxes, in the order that Enter follows; behind them their rows
-/// under the second option. Does not compile where a slot leaves its array or two
-/// rows say different things of one box.
+/// under the second option. Does not compile where a slot leaves its array, two
+/// rows say different things of one box or a box has no row as the page starts.
 template <std::size_t N>
 consteval std::array<BoxRule, N> boxTable(const BoxRule (&rows)[N]) {
   for (std::size_t i = 0; i < N; ++i) {
@@ -55,9 +55,13 @@ consteval std::array<BoxRule, N> boxTable(const BoxRule (&rows)[N]) {
                                  ? std::tuple_size_v<decltype(BoxState::MortgageInputs)>
                                  : 1;
     if (rows[i].slot >= size) throw "a slot outside its array";
-    for (std::size_t k = 0; k < i; ++k)
-      if (rows[k].name == rows[i].name && rows[k].option == rows[i].option)
-        throw "two rows for one box";
+    bool known = rows[i].option == 0;
+    for (std::size_t k = 0; k < i; ++k) {
+      if (rows[k].name != rows[i].name) continue;
+      if (rows[k].option == rows[i].option) throw "two rows for one box";
+      known = true;
+    }
+    if (!known) throw "no row as the page starts";
   }
   return std::to_array(rows);
 }

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace mirelund {
@@ -26,24 +27,18 @@ bool takeSign(Typed& text) {
   return *text.at++ == '-';
 }
 
-constexpr int kExactDigits = 15;
-constexpr std::array<double, 23> kPowersOfTen = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                 1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                                 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+constexpr std::uint64_t kExactBelow = 1'000'000'000'000'000;
 
-// The digits as one whole number, and how many of them stand behind the point.
-// Up to 15 the quotient of two exact doubles is correctly rounded.
+// The digits as one whole number, and how many of them stand behind the point. Up
+// to 15 of both, the quotient of two exact doubles is correctly rounded.
 struct Digits {
   std::uint64_t mantissa = 0;
-  int digits = 0;
-  int decimals = 0;
+  std::size_t decimals = 0;
 
-  bool isExact() const {
-    return digits <= kExactDigits && decimals < static_cast<int>(kPowersOfTen.size());
-  }
-  double value() const {
-    return static_cast<double>(mantissa) / kPowersOfTen[static_cast<std::size_t>(decimals)];
-  }
+  bool isExact() const { return mantissa < kExactBelow && decimals < kPowersOfTen.size(); }
+  double value() const { return static_cast<double>(mantissa) / kPowersOfTen[decimals]; }
 };
 
 Digits readDigits(Typed text) {
@@ -52,10 +47,9 @@ Digits readDigits(Typed text) {
   for (; text.at != text.end; ++text.at) {
     const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*text.at)) - '0';
     if (digit < 10) {
-      if (read.mantissa > 0 || digit > 0) ++read.digits;
-      if (read.digits > kExactDigits) break;
       read.mantissa = read.mantissa * 10 + digit;
       read.decimals += point ? 1 : 0;
+      if (read.mantissa >= kExactBelow) break;
     } else if (*text.at == '.' && !point) {
       point = true;
     } else if (*text.at != ' ') {
@@ -65,17 +59,14 @@ Digits readDigits(Typed text) {
   return read;
 }
 
-// The number alone, without its blanks.
+// The number without its blanks; a second point may follow.
 std::string plainNumber(Typed text) {
   std::string plain = "0";
-  bool point = false;
   for (; text.at != text.end; ++text.at) {
-    const bool isPoint = *text.at == '.' && !point;
-    if ((*text.at >= '0' && *text.at <= '9') || isPoint)
+    if ((*text.at >= '0' && *text.at <= '9') || *text.at == '.')
       plain += *text.at;
     else if (*text.at != ' ')
       break;
-    point = point || isPoint;
   }
   return plain;
 }
@@ -83,7 +74,7 @@ std::string plainNumber(Typed text) {
 double readLong(Typed text) {
   const std::string plain = plainNumber(text);
   double value = 0.0;
-  const auto read = std::from_chars(plain.data(), plain.data() + plain.size(), value);
+  const auto read = std::from_chars(plain.data(), std::to_address(plain.end()), value);
   if (read.ec != std::errc::result_out_of_range) return value;
   // Too large or too small for a double: the integer part tells which.
   return plain[plain.find_first_not_of('0')] == '.' ? 0.0 : HUGE_VAL;

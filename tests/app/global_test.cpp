@@ -20,11 +20,35 @@ TEST(Reports, AWindowHasItsSizeOfLetters) {
   EXPECT_EQ(reportPoints(Window::Manager), 10);
 }
 
+TEST(Reports, ResettingThemGivesTheTablesTheirShape) {
+  Global global;
+  for (CurrencyTable* table : {&global.reports.ComparisonTable, &global.reports.ComparisonTotals})
+    table->redimension(1, 1);
+  resetCalculators(global.boxes, global.reports, global.chart);
+  // 500 periods from 1, five columns from 1; 21 rows from 1, four columns from 1.
+  EXPECT_EQ(global.reports.ComparisonTable.rows(), 501U);
+  EXPECT_EQ(global.reports.ComparisonTable.columns(), 6U);
+  EXPECT_EQ(global.reports.ComparisonTotals.rows(), 22U);
+  EXPECT_EQ(global.reports.ComparisonTotals.columns(), 5U);
+  global.reports.ComparisonTotals.redimension(1, 1);
+  countComparison(global.reports, global.chart);
+  EXPECT_EQ(global.reports.ComparisonTotals.rows(), 22U);
+  EXPECT_EQ(global.reports.ComparisonTotals.columns(), 5U);
+}
+
 TEST(CurrencyTable, RefusesAPlaceOutsideIt) {
   CurrencyTable table(2, 3);
   EXPECT_NO_THROW(static_cast<void>(table.at(1, 2)));
   EXPECT_THROW(static_cast<void>(table.at(2, 0)), ArithmeticError);
   EXPECT_THROW(static_cast<void>(table.at(0, 3)), ArithmeticError);
+}
+
+TEST(CurrencyTable, ForgetsWhatItsLargerSelfHeld) {
+  CurrencyTable table(9, 9);
+  table.at(8, 8) = Currency::whole(1);
+  table.redimension(2, 2);
+  EXPECT_NO_THROW(table.redimension(2, 2));
+  EXPECT_EQ(table.rows(), 2U);
 }
 
 TEST(CurrencyTable, IsAllZeroAfterRedimension) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "app/number_place.h"
 #include "base/parse_number.h"
 
 namespace mirelund {
@@ -230,6 +231,45 @@ TEST(FormatNumber, DropsOptionalZerosFromTheEnd) {
     EXPECT_EQ(FormatNumber(ToCurrency(c.value), "###.####"), c.four) << c.source;
     EXPECT_EQ(FormatNumber(ToCurrency(c.value), "#.#"), c.one) << c.source;
   }
+}
+
+// The greatest number that surely fits: room is kept for a point, also where none is
+// shown, and for a comma in front of every three digits.
+struct Room {
+  Pattern pattern;
+  std::size_t width;
+  std::uint64_t most;  // in units of the last decimal place
+};
+constexpr Room kRooms[] = {
+    {"####,##0", 2, 9},
+    {"####,##0", 4, 999},
+    {"####,##0", 5, 999},
+    {"####,##0", 6, 9999},
+    {"####,##0", 26, 9'999'999'999'999'999'999U},
+    {"####,##0", 40, 9'999'999'999'999'999'999U},
+    {"#.#", 3, 99},
+    {"####,,###.00", 4, 9'99},
+    {"####,,###.00", 7, 999'99},
+    {"####,,###.00", 8, 9999'99},
+    {"####,,###.00", 14, 999'999'999'99},
+    {"###.000", 5, 9'999},
+    {"####,,##0.0000", 6, 9'9999},
+    {"####,,##0.0000", 9, 999'9999},
+    {"####,,##0.0000", 10, 9999'9999},
+    {"###.00%", 5, 9'99},
+    {"###.00%", 9, 9999'99},
+};
+
+TEST(Digits, FitWhereThereIsRoomForThePointTheCommasAndTheSign) {
+  for (const auto& c : kRooms) {
+    EXPECT_TRUE(digits::fits({c.most, false}, c.pattern, c.width)) << c.width << ' ' << c.most;
+    EXPECT_FALSE(digits::fits({c.most + 1, false}, c.pattern, c.width)) << c.width << ' ' << c.most;
+    EXPECT_TRUE(digits::fits({c.most, true}, c.pattern, c.width + 1)) << c.width << ' ' << c.most;
+    EXPECT_FALSE(digits::fits({c.most + 1, true}, c.pattern, c.width + 1)) << c.width;
+  }
+  EXPECT_FALSE(digits::fits({0, false}, "###.00", 3));
+  EXPECT_FALSE(digits::fits({0, true}, "###.00", 4));
+  EXPECT_FALSE(digits::fits({0, false}, "###.00%", 4));
 }
 
 // Every column is RightJustify of the number's text, whatever the way it is made.

@@ -35,6 +35,10 @@ constexpr Rounding kRoundings[] = {
     // Doubles stand an eighth apart at the ends of ±922,337,203,685,477.5807.
     {"the last double below the upper end", 922337203685477.5, 9223372036854775000},
     {"the last double above the lower end", -922337203685477.5, -9223372036854775000},
+    // 3/32: the double stands between two units, where no reader sees a tie: its
+    // shortest decimal ends in .1. The exact number does, odd below.
+    {"a binary tie beyond 2^52", 140737488355328.09375, 1407374883553280938},
+    {"a binary tie beyond 2^52, even below", 140737488355328.03125, 1407374883553280312},
     {"beyond 2^52 the lost fraction counts", 1000000000000.0001, 10000000000000001},
     // Here the product is rounded to a whole number before it can be looked at.
     {"a tie beyond 2^52, even below", 476094018439.53625, 4760940184395362},
@@ -154,6 +158,10 @@ constexpr Product kProducts[] = {
     {"0.3333 x 3.0000", 3333, 30000, 9999},
     {"0.0001 x 0.4999 rounds down", 1, 4999, 0},
     {"0.0001 x 0.5001 rounds up", 1, 5001, 1},
+    {"the lower end x 1", std::numeric_limits<std::int64_t>::min(), 10000,
+     std::numeric_limits<std::int64_t>::min()},
+    {"the upper end x 1", std::numeric_limits<std::int64_t>::max(), 10000,
+     std::numeric_limits<std::int64_t>::max()},
     {"through 128 bits", 9'000'000'000'000'000, 10'0000, 90'000'000'000'000'000},
 };
 

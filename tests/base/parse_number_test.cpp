@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <string_view>
 
 namespace mirelund {
 namespace {
@@ -46,6 +47,9 @@ constexpr Typed kTyped[] = {
     {"fifteen digits", "123456789012345", 123456789012345.0},
     {"sixteen digits", "1234567890123456", 1234567890123456.0},
     {"seventeen digits", "12345678901234567", 12345678901234567.0},
+    {"sixteen digits, the least number", "1000000000000000", 1000000000000000.0},
+    {"seventeen digits that begin as it does", "10000000000000008", 10000000000000008.0},
+    {"sixteen digits behind a sign and a blank", "- 1234567890123456", -1234567890123456.0},
     {"twenty digits with a point", "1234567890.1234567890", 1234567890.1234567890},
 };
 
@@ -57,6 +61,20 @@ TEST(ParseNumber, HasNoLimitOnLength) {
   EXPECT_EQ(ParseNumber(std::string(400, '9')), std::numeric_limits<double>::infinity());
   EXPECT_EQ(ParseNumber("0." + std::string(400, '0') + "1"), 0.0);
   EXPECT_EQ(ParseNumber("0." + std::string(30, '0') + "1"), 1e-31);
+}
+
+TEST(ParseNumber, ReadsNothingBehindItsEnd) {
+  const std::string_view text = "1234567890123456789";
+  EXPECT_EQ(ParseNumber(text.substr(0, 3)), 123.0);
+  EXPECT_EQ(ParseNumber(text.substr(0, 16)), 1234567890123456.0);
+}
+
+// A digit at every place behind the point; the C library reads the same.
+TEST(ParseNumber, EveryDecimalPlaceHasItsPower) {
+  for (std::size_t place = 1; place <= 30; ++place) {
+    const std::string text = "0." + std::string(place - 1, '0') + "7";
+    EXPECT_EQ(ParseNumber(text), std::strtod(text.c_str(), nullptr)) << text;
+  }
 }
 
 RC_GTEST_PROP(ParseNumber, ReadsWhatAnyOtherReaderReads, ()) {

@@ -13,16 +13,30 @@ TEST(Text, CountsCodePoints) {
   EXPECT_EQ(firstCharacters("Zü", 9), "Zü");
 }
 
+TEST(Text, AsciiIsBelow128AtEveryPlace) {
+  for (std::size_t size = 0; size <= 17; ++size) {
+    std::string text(size, '\x7f');
+    EXPECT_TRUE(isAscii(text)) << size;
+    for (std::size_t at = 0; at < size; ++at) {
+      text[at] = '\x80';
+      EXPECT_FALSE(isAscii(text)) << size << ' ' << at;
+      text[at] = '\x7f';
+    }
+  }
+}
+
 // Table 3-7 of the Unicode standard: the ends of each row, and what is just
 // outside of them.
 TEST(Text, Utf8IsWellFormedOrNot) {
   for (const char* text :
        {"", "plain", "é", "株", "😀", "\x7f", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF",
-        "\xEE\x80\x80", "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})
+        "\xEE\x80\x80", "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF1\x80\x80\x80", "\xF3\xBF\xBF\xBF",
+        "\xF4\x8F\xBF\xBF"})
     EXPECT_TRUE(isUtf8(text)) << text;
   for (const char* text :
        {"\x80", "\xC0\x80", "\xC1\xBF", "\xC3", "\xC3(", "\xE0\x9F\xBF", "\xE2\x82", "\xED\xA0\x80",
-        "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF", "caf\xE9", "a\xE9z"})
+        "\xF0\x8F\xBF\xBF", "\xF1\x80\x80", "\xF3\xBF\xBF", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80",
+        "\xFF", "caf\xE9", "a\xE9z"})
     EXPECT_FALSE(isUtf8(text)) << text;
 }
 

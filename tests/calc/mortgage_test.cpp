@@ -191,6 +191,16 @@ TEST(Mortgage, MonthlyShowsNormalAndNothingSaved) {
   EXPECT_EQ(page.shown.numYrs, " 8.98") << "in 5 places";
 }
 
+TEST(Mortgage, MonthlyIsTheConventionalSchedule) {
+  const Mortgage mortgage =
+      solveMortgage({100000, 6.5, 25, 0, kBiweekly, kWeekly, {{}, Frequency::Monthly, Payment}});
+  ASSERT_TRUE(mortgage.complete);
+  EXPECT_EQ(mortgage.yearsToFinalPayment, 25.0);
+  EXPECT_EQ(mortgage.eachPayment, mortgage.payment);
+  EXPECT_EQ(mortgage.interestPaid, mortgage.totalInterest);
+  EXPECT_EQ(mortgage.interestSaved, 0.0);
+}
+
 TEST(Mortgage, QuarterlyIsThree) {
   // (1 + 0.12 / 3)^(3 / 12) - 1 = 0.0098534, not (1 + 0.12 / 4)^(4 / 12) - 1.
   const auto rates = ComputeMortgageRates(12, {Compounding::Quarterly, Frequency::Monthly, Payment},

@@ -145,6 +145,25 @@ TEST(ChartData, CompactsPeriodsToYearEnds) {
   }
 }
 
+// Four quarters a year; the table's row r holds 10 r + column.
+TEST(ChartData, CompactingWritesTheYearAndItsEndValueAlone) {
+  Global global;
+  CurrencyTable& table = global.reports.ComparisonTable;
+  for (std::size_t row = 1; row <= 8; ++row)
+    for (std::size_t column = 1; column <= 5; ++column)
+      table.at(row, column) = Currency::whole(static_cast<int>(10 * row + column));
+  global.chart.ChartKind = ChartKind::GrowthYears;
+  global.chart.ChartPeriods = 8;
+  global.chart.ChartPeriodsPerYear = 4;
+  EXPECT_EQ(makeChartView(global.boxes, global.reports, global.chart).series[0].values,
+            (Values{44, 84}));
+  const int expected[][5] = {{1, 12, 13, 14, 44}, {2, 22, 23, 24, 84}, {31, 32, 33, 34, 35}};
+  for (std::size_t row = 1; row <= 3; ++row)
+    for (std::size_t column = 1; column <= 5; ++column)
+      EXPECT_EQ(table.at(row, column), Currency::whole(expected[row - 1][column - 1]))
+          << row << ' ' << column;
+}
+
 TEST(ChartData, RetirementByAmountBeginsWithTheStartingValue) {
   Global global;
   input(global, {3000, 0, 100, 10});

@@ -894,6 +894,12 @@ TEST_F(ManagerTest, OpeningClearsTotalsAndResults) {
       EXPECT_TRUE(global.reports.ComparisonTotals.at(row, column).isZero());
 }
 
+TEST_F(ManagerTest, DiscardingForgetsThatABoxWasTypedInto) {
+  global.boxes.BoxEdited = 1;
+  manager.DiscardDatabase();
+  EXPECT_EQ(global.boxes.BoxEdited, 0);
+}
+
 TEST_F(ManagerTest, PrintingPutsTheHeaderInFront) {
   EXPECT_EQ(Manager::checkPrint(""), Message::NothingToPrint);
   EXPECT_EQ(Manager::checkPrint("x"), Message::None);

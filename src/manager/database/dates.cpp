@@ -46,14 +46,12 @@ void skipBlanks(std::string_view text, std::size_t& at) {
   while (at < text.size() && text[at] == ' ') ++at;
 }
 
-bool skipSeparator(std::string_view text, std::size_t& at) {
-  const std::size_t start = at;
+void skipSeparator(std::string_view text, std::size_t& at) {
   skipBlanks(text, at);
   if (at < text.size() && isSeparator(text[at])) {
     ++at;
     skipBlanks(text, at);
   }
-  return at > start;
 }
 
 constexpr int kFirstShortYear = 1930;
@@ -166,7 +164,8 @@ std::optional<Date> parseDate(std::string_view text, const ShortDateFormat& form
   std::size_t at = 0;
   skipBlanks(text, at);
   for (std::size_t i = 0; i < format.order.size(); ++i) {
-    if (i > 0 && !skipSeparator(text, at)) return std::nullopt;
+    // Where none stands, no digit does: it would have belonged to the part before.
+    if (i > 0) skipSeparator(text, at);
     int number = 0;
     const std::size_t digits = readDigits(text, at, number);
     if (format.order[i] == DatePart::Year) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <memory>
 #include <utility>
 
 namespace mirelund {
@@ -53,14 +54,15 @@ void arrange(std::span<Record> rows, std::span<Key> keys) {
 }  // namespace
 
 bool isFundName(std::string_view name) {
-  constexpr std::string_view kNotInAFile("\"\r\n\0", 4);
+  using std::string_view_literals::operator""sv;
+  constexpr auto kNotInAFile = "\"\r\n\0"sv;
   return !name.empty() && name.size() <= kMostNameBytes &&
          name.find_first_of(kNotInAFile) == std::string_view::npos;
 }
 
 std::int16_t fundNumber(const Fund& fund) {
   std::int16_t number = 0;
-  std::from_chars(fund.number.data(), fund.number.data() + fund.number.size(), number);
+  std::from_chars(fund.number.data(), std::to_address(fund.number.end()), number);
   return number;
 }
 

@@ -193,6 +193,10 @@ std::string manyFunds(int count) {
 TEST(DataFile, TheLimitsThemselvesOpen) {
   EXPECT_TRUE(parseDatabase(manyRecords(600)));
   EXPECT_TRUE(parseDatabase(manyFunds(18)));
+  // A fund numbered 30, and a record of it.
+  EXPECT_TRUE(
+      parseDatabase("1,1,\"All Records\",\"31\"\r\n\"a\",\"30\"\r\n"
+                    "30,1,1,0,0,1,\"B\",#2001-01-01#\r\n"));
 }
 
 struct Malformed {
@@ -304,6 +308,7 @@ std::vector<Malformed> malformed() {
       {"a sign behind", with("-50", "50-")},
       {"minus zero", with("-50", "-0")},
       {"a leading zero", with("10.5", "010.5")},
+      {"a leading zero of a whole amount", with(",100,", ",0100,")},
       {"two zeros before the point", with(".0001", "00.0001")},
       {"a thousands separator", with(",1100,", ",1 100,")},
       {"a money symbol", with("10.5", "$10.5")},

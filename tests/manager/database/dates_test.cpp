@@ -32,6 +32,14 @@ TEST(Date, TheCalendarDecides) {
   EXPECT_FALSE(Date::of(10000, 1, 1));
 }
 
+TEST(Date, EveryMonthEndsOnItsDay) {
+  constexpr int kCommon[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  for (int month = 1; month <= 12; ++month) {
+    EXPECT_TRUE(Date::of(2001, month, kCommon[month - 1])) << month;
+    EXPECT_FALSE(Date::of(2001, month, kCommon[month - 1] + 1)) << month;
+  }
+}
+
 TEST(Date, ExistsWhenTheStandardCalendarHasIt) {
   checkReaching({{"a date", 0.3}, {"no date", 0.2}}, [](Reached& reached) {
     const int year = *rc::gen::inRange(100, 10000);
@@ -132,6 +140,10 @@ constexpr Typed kTyped[] = {
     {"15.5.2001.2001", kGerman, 0, 0, 0},
     {"2001-5-15-1", kIso, 0, 0, 0},
     {"5152001", kAmerican, 0, 0, 0},
+    {"515/2001", kAmerican, 0, 0, 0},
+    {"5/152001", kAmerican, 0, 0, 0},
+    {"5x15/2001", kAmerican, 0, 0, 0},
+    {"200105-15", kIso, 0, 0, 0},
     {"May 15 2001", kAmerican, 0, 0, 0},
     {"5/15/2001x", kAmerican, 0, 0, 0},
     {"2001-05-15", kAmerican, 0, 0, 0},

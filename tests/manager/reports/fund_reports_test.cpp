@@ -276,6 +276,25 @@ TEST(FundReports, CheckTotalsThrowsWhereTheReportDoes) {
   });
 }
 
+// Shares received for 3 x (3 x 10^14), twice: 9 x 10^14 is an amount, 1.8 x 10^15 is
+// none, and every other total is 6 x 10^14 at most.
+TEST(FundReports, CheckTotalsSumsTheDividendUnits) {
+  Database database;
+  addFund(database, "Amber");
+  for (const std::int16_t row : {std::int16_t{1}, std::int16_t{2}}) {
+    Record& record = database.RecordTable[static_cast<std::size_t>(row)];
+    record.fund = Currency::whole(1);
+    record.price = Currency::whole(3);
+    record.shares = Currency::whole(300'000'000'000'000);
+    record.type = 'D';
+    record.date = date(2001, 1, row);
+  }
+  database.RecordCount = 1;
+  EXPECT_NO_THROW(checkTotals(database));
+  database.RecordCount = 2;
+  EXPECT_THROW(checkTotals(database), ArithmeticError);
+}
+
 TEST(FundReports, LabelFollowsTheBlocks) {
   const Database database = opened(MIRELUND_DATA "/DtaSampl.PQD");
   CurrencyTable totals(kTotalsRows, kTotalsColumns);

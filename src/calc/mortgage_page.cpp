@@ -214,7 +214,7 @@ void MortgagePage::recalculate() {
   if (!failed(outcome) || told_ == from) return;
   host().afterClick([this, outcome, from] {
     // The click may have chosen another unknown, or turned to another page.
-    if (quiet_ || chosen_ != from.choices.solveFor || !isVisible()) return;
+    if (quiet_ || told_ == from || chosen_ != from.choices.solveFor || !isVisible()) return;
     told_ = from;
     tell(outcome);
   });

@@ -363,7 +363,7 @@ class CalculatorPagesTest : public QObject {
     program.type("MTInPrincipal", "900001");
     program.key(Qt::Key_Tab);
     QTRY_COMPARE(program.prompts.warned.size(), 3);
-    program.find<QComboBox>("MTCompPeriod")->setCurrentIndex(0);
+    program.find<QComboBox>("MTCompPeriod")->setCurrentIndex(1);
     program.click("MTInRate");
     program.click("MTInMthPayment");
     QTRY_COMPARE(program.prompts.warned.size(), 4);

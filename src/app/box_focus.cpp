@@ -78,6 +78,11 @@ void BoxFocus::moveTo(QWidget* control) {
   if (window_->focusWidget() == control) follow(control);
 }
 
+void BoxFocus::moveOn(QWidget* control) {
+  inside_ = control;
+  control->setFocus(Qt::OtherFocusReason);
+}
+
 void BoxFocus::afterClick(std::function<void()> action) {
   if (!leaving_ && !isMouseDown()) return action();
   waiting_.push_back(std::move(action));

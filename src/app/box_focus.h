@@ -50,6 +50,8 @@ class BoxFocus : public QObject {
   /// Moves the focus. The toolkit reports that only while the window is active,
   /// which it is not right after a dialog, or when something is dropped.
   void moveTo(QWidget* control);
+  /// The same from a control that has just been left, and is not left again.
+  void moveOn(QWidget* control);
 
  signals:
   /// A control of the window was left: a box (stored by then), a list, a button.

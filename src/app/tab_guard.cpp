@@ -35,7 +35,7 @@ bool TabGuard::eventFilter(QObject* watched, QEvent* event) {
     const int tab = mouse->button() == Qt::LeftButton ? tabs_->tabBar()->tabAt(mouse->pos()) : -1;
     return isPress ? pressed(tab) : released(tab);
   }
-  return turnsPage(*event) && !accepted();
+  return turnsPage(*event) && refused(focus_->leaveNow());
 }
 
 bool TabGuard::pressed(int tab) {
@@ -47,7 +47,7 @@ bool TabGuard::pressed(int tab) {
 bool TabGuard::released(int tab) {
   const bool held = std::exchange(held_, false);
   const bool again = tab >= 0 && tab == std::exchange(pressed_, -1);
-  const bool turns = !held || accepted();
+  const bool turns = !held || !refused(focus_->tellNow());
   if (held && turns && again) tabs_->setCurrentIndex(tab);
   if (turns && again) {
     // When the tabs are done with the mouse: a dialog has a loop of its own.
@@ -61,10 +61,9 @@ bool TabGuard::released(int tab) {
   return held;
 }
 
-bool TabGuard::accepted() {
-  const bool accepted = focus_->leaveNow();
-  if (!accepted) tabs_->tabBar()->setFocus(Qt::OtherFocusReason);
-  return accepted;
+bool TabGuard::refused(bool accepted) {
+  if (!accepted) focus_->moveOn(tabs_->tabBar());
+  return !accepted;
 }
 
 }  // namespace mirelund

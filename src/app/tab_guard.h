@@ -32,7 +32,8 @@ class TabGuard : public QObject {
  private:
   bool pressed(int tab);
   bool released(int tab);
-  bool accepted();
+  /// Gives the tabs the focus where a value was not accepted.
+  bool refused(bool accepted);
 
   QTabWidget* tabs_;
   BoxFocus* focus_;

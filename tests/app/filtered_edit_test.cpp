@@ -252,6 +252,58 @@ class FilteredEditTest : public QObject {
     QCOMPARE(told, 2);
   }
 
+  // After the mouse is let go, before what was clicked does anything.
+  void whatIsToldStandsAlone_data() {
+    QTest::addColumn<QString>("clicked");
+    for (const char* clicked : {"AllGraphs", "CGHelp", "CGCalculate", "SSTab1", "ExitProgram"})
+      QTest::newRow(clicked) << clicked;
+  }
+
+  void whatIsToldStandsAlone() {
+    QFETCH(QString, clicked);
+    ProgramFixture program;
+    program.openCalculations(4);
+    program.click("CGCalculate");
+    const QString report = program.results();
+    program.type("CGInNumOfYrs", "50");
+    int told = 0;
+    program.prompts.whileTold = [&] {
+      if (++told > 1) return;
+      QCOMPARE(QGuiApplication::mouseButtons(), Qt::NoButton);
+      QCOMPARE(program.prompts.told, QList<int>{5});
+      QCOMPARE(program.results(), report);
+      QCOMPARE(program.find<QTabWidget>("SSTab1")->currentIndex(), 4);
+      QVERIFY(program.window("PQGraph") == nullptr);
+    };
+    QTimer::singleShot(200, qApp, [] {
+      if (QWidget* chart = ProgramFixture::window("PQGraph")) chart->close();
+    });
+    if (clicked == "SSTab1")
+      program.choosePage(5);
+    else
+      program.click(qPrintable(clicked));
+    QTest::qWait(250);
+    QCOMPARE(told, 1);
+    // And then it takes effect.
+    if (clicked == "CGHelp" || clicked == "CGCalculate") QVERIFY(program.results() != report);
+    if (clicked == "SSTab1") QCOMPARE(program.find<QTabWidget>("SSTab1")->currentIndex(), 5);
+    if (clicked == "ExitProgram") QVERIFY(program.window("PQInvest") == nullptr);
+  }
+
+  void aListOpensBehindWhatIsTold() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.type("MTInTerm", "50");
+    QComboBox* list = program.find<QComboBox>("MTFreqPmt");
+    program.prompts.whileTold = [&] { QVERIFY(!list->view()->isVisible()); };
+    QTest::mousePress(list, Qt::LeftButton);
+    QCOMPARE(program.prompts.told, QList<int>{});
+    QTest::mouseRelease(list, Qt::LeftButton);
+    QCOMPARE(program.prompts.told, QList<int>{5});
+    QVERIFY(list->view()->isVisible());
+    list->hidePopup();
+  }
+
   void aRefusalByEnterIsToldOnce() {
     ProgramFixture program;
     program.openCalculations(3);

@@ -9,6 +9,41 @@ class ManagerWindowTest : public QObject {
   Q_OBJECT
 
  private slots:
+  // Who turns the page again means it.
+  void aDateThatIsNoneKeepsItsPageOnce_data() {
+    QTest::addColumn<QString>("way");
+    for (const char* way : {"mouse", "mnemonic", "keys", "wheel"}) QTest::newRow(way) << way;
+  }
+
+  void aDateThatIsNoneKeepsItsPageOnce() {
+    QFETCH(QString, way);
+    ManagerFixture program;
+    program.addFund("Alder");
+    program.choose("ETransType", kFeeCash);
+    program.type("EInDate", "31/31/31");
+    auto* tabs = program.find<QTabWidget>("SSTab2");
+    const auto turn = [&] {
+      if (way == "mouse") program.page(kDisplayPage);
+      if (way == "mnemonic") QTest::keyClick(program.manager(), Qt::Key_U, Qt::AltModifier);
+      if (way == "keys") program.key(Qt::Key_Tab, Qt::ControlModifier);
+      if (way == "wheel") {
+        const QPoint place = tabs->tabBar()->rect().center();
+        QWheelEvent event(place, tabs->tabBar()->mapToGlobal(place), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(tabs->tabBar(), &event);
+      }
+    };
+    program.prompts.whileTold = [&] { QVERIFY(program.box("EInDate")->isVisible()); };
+    turn();
+    QCOMPARE(program.takeTold(), QList<int>{30});
+    QCOMPARE(tabs->currentIndex(), int(kEntryPage));
+    QCOMPARE(program.box("EInDate")->text(), "31/31/31");
+    QVERIFY(tabs->tabBar()->hasFocus());
+    turn();
+    QCOMPARE(program.takeTold(), QList<int>{});
+    QCOMPARE(tabs->currentIndex(), int(kDisplayPage));
+  }
+
   // Pages are made when they are needed, and the window must not grow then.
   void noPageAsksForMore() {
     const QFont usual = QApplication::font();

@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <cstdio>
 
+#include "application.h"
 #include "fund_sample.h"
 #include "manager/database/data_file.h"
 #include "ui_testing.h"
@@ -111,11 +112,10 @@ class Measurements : public testing::ProgramFixture {
   QTemporaryDir folder_;
 };
 
-constexpr double kWindow = 30.0;
 constexpr double kFrame = 16.7;  // one frame of a display of 60 a second
 
 void Measurements::calculations() {
-  tell("\"Calculations\" to the painted page", kWindow, clicked("StartCalc", "PQInvest"));
+  tell("\"Calculations\" to the painted page", kFrame, clicked("StartCalc", "PQInvest"));
 
   tab("SSTab1", 4);
   typeAll({{"CGInCostofInvest", "2500"}, {"CGInValueNow", "4000.50"}, {"CGInNumOfYrs", "7"}});
@@ -137,7 +137,7 @@ void Measurements::calculations() {
 
 void Measurements::manager() {
   if (!find<QPushButton>("StartStockMgmt")->isEnabled()) return;
-  tell("\"Investment manager\" to the painted window", kWindow,
+  tell("\"Investment manager\" to the painted window", kFrame,
        clicked("StartStockMgmt", "PQManagement"));
 
   const QString path = folder_.filePath("bench.PQD");

@@ -44,10 +44,6 @@ enum class FileFailure : std::uint8_t {
   Other,    ///< the disk failed, or gave back other bytes than it was given
 };
 
-/// What a person is told of a reason that is not the name's fault: no permission, a
-/// disk that is read-only or full, a changed file. Empty for any other.
-std::string_view failureText(FileFailure failure);
-
 struct FileRead {
   FileFailure failure = FileFailure::None;
   std::string bytes;  ///< empty after a failure

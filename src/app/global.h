@@ -69,28 +69,33 @@ struct Global {
 };
 
 /// What a page switch clears: reports, counters, flags, tables and inputs.
-void resetCalculators(BoxState& boxes, Reports& reports, ChartSelectors& chart);
+void resetCalculators(BoxState& boxes, Reports& reports, ChartSelectors& chart) noexcept;
 
 /// "Clear results": the report texts only; inputs and counters are kept.
-void clearReports(Reports& reports);
+void clearReports(Reports& reports) noexcept;
 
 /// What is printed: ReportLines(2) or, when that is empty, ReportLines(1).
-const std::string& printedReport(const Reports& reports);
+const std::string& printedReport(const Reports& reports) noexcept;
 
 /// Starts a comparison report: when Help asked for it, the report is emptied and
 /// the count set to 0.
-void startOverIfAsked(Reports& reports);
+void startOverIfAsked(Reports& reports) noexcept;
 
 /// Counts a comparison, at most to 10, which only a failed tenth leaves behind.
 /// The first clears the totals of the run before, and with them its chart.
-void countComparison(Reports& reports, ChartSelectors& chart);
+void countComparison(Reports& reports, ChartSelectors& chart) noexcept;
 
-/// Shows ReportLines(1). After the tenth comparison the report is handed over,
-/// the count returns to 0 and message 8 is asked for, so that the next
+/// What the next comparison is appended to: ReportLines(1), or nothing where Help asked
+/// for a new report. A copy, so that all that takes memory is done before anything is
+/// changed.
+std::string comparisonsSoFar(const Reports& reports);
+
+/// Shows `shown`, the same as ReportLines(1). After the tenth comparison the report is
+/// handed over, the count returns to 0 and message 8 is asked for, so that the next
 /// calculation starts a new report.
-Outcome showComparisons(Reports& reports);
+Outcome showComparisons(Reports& reports, std::string shown) noexcept;
 
 /// Help: `text` takes the place of the report, and the next Calculate starts over.
-Outcome showHelp(Reports& reports, std::string text);
+Outcome showHelp(Reports& reports, std::string text) noexcept;
 
 }  // namespace mirelund

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/input_boxes.h"
 
+#include "base/attempt.h"
 #include "base/parse_number.h"
 
 namespace mirelund {
@@ -45,22 +46,8 @@ void store(BoxState& boxes, const BoxRule& rule, double value) {
     boxes.InputValues[rule.slot] = amount;
 }
 
-}  // namespace
-
-char DecimalKeyFilter(BoxState& boxes, char character) {
-  if (character == kBackspace || character == kDelete || character == '.') return character;
-  if (!isDigit(character)) return 0;
-  const auto point = boxes.BoxText.find('.');
-  if (point == std::string::npos) return character;
-  return boxes.BoxText.size() < point + 1 + takeDecimals(boxes) ? character : '\0';
-}
-
-char WholeNumberKeyFilter(char character) {
-  return isDigit(character) || character == kBackspace || character == kDelete ? character : '\0';
-}
-
-KeyPressed pressKey(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
-                    std::string_view text, char character) {
+KeyPressed press(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
+                 std::string_view text, char character) {
   KeyPressed pressed;
   pressed.emptyFirst = boxes.BoxEdited == 0;
   boxes.BoxText = pressed.emptyFirst ? std::string_view() : text;
@@ -80,22 +67,7 @@ KeyPressed pressKey(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimal
   return pressed;
 }
 
-KeyPressed enterText(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
-                     std::string_view text, std::string_view entering) {
-  const auto editedBefore = boxes.BoxEdited;
-  std::string shown(editedBefore == 0 ? std::string_view() : text);
-  for (const char character : entering) {
-    const bool isControl = static_cast<unsigned char>(character) < ' ' || character == kDelete;
-    if (isControl || !pressKey(boxes, filter, extraDecimals, shown, character).passed) {
-      boxes.BoxEdited = editedBefore;
-      return {false, false};
-    }
-    shown += character;
-  }
-  return {editedBefore == 0 && !entering.empty(), true};
-}
-
-BoxLeft leaveBox(BoxState& boxes, const BoxRule& rule, std::string_view text) {
+BoxLeft leave(BoxState& boxes, const BoxRule& rule, std::string_view text) {
   BoxLeft left;
   double value = rule.look == Text ? 0.0 : ParseNumber(text);
   if (rule.limited && value > kMostYears) {
@@ -116,6 +88,54 @@ BoxLeft leaveBox(BoxState& boxes, const BoxRule& rule, std::string_view text) {
   left.changed = true;
   left.text = boxText(boxes, rule);
   return left;
+}
+
+}  // namespace
+
+char DecimalKeyFilter(BoxState& boxes, char character) {
+  if (character == kBackspace || character == kDelete || character == '.') return character;
+  if (!isDigit(character)) return 0;
+  const auto point = boxes.BoxText.find('.');
+  if (point == std::string::npos) return character;
+  return boxes.BoxText.size() < point + 1 + takeDecimals(boxes) ? character : '\0';
+}
+
+char WholeNumberKeyFilter(char character) {
+  return isDigit(character) || character == kBackspace || character == kDelete ? character : '\0';
+}
+
+KeyPressed pressKey(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
+                    std::string_view text, char character) noexcept {
+  return attempt(
+      KeyPressed{},
+      [&](BoxState& copy) { return press(copy, filter, extraDecimals, text, character); }, boxes);
+}
+
+KeyPressed enterText(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
+                     std::string_view text, std::string_view entering) noexcept {
+  return attempt(
+      KeyPressed{},
+      [&](BoxState& copy) -> KeyPressed {
+        const auto editedBefore = copy.BoxEdited;
+        std::string shown(editedBefore == 0 ? std::string_view() : text);
+        for (const char character : entering) {
+          const bool isControl =
+              static_cast<unsigned char>(character) < ' ' || character == kDelete;
+          if (isControl || !press(copy, filter, extraDecimals, shown, character).passed) {
+            copy.BoxEdited = editedBefore;
+            return {false, false};
+          }
+          shown += character;
+        }
+        return {editedBefore == 0 && !entering.empty(), true};
+      },
+      boxes);
+}
+
+BoxLeft leaveBox(BoxState& boxes, const BoxRule& rule, std::string_view text) noexcept {
+  return attempt(
+      BoxLeft{Message::WrongEntry, true, false, {}},
+      [&](BoxState& copy) { return leave(copy, rule, text); }, boxes);
 }
 
 std::string boxText(const BoxState& boxes, const BoxRule& rule) {

@@ -89,15 +89,15 @@ char WholeNumberKeyFilter(char character);
 /// Key-press: what the typed character does to a box that shows `text`.
 struct KeyPressed {
   bool emptyFirst = false;  ///< the first key replaces the whole content
-  bool passed = false;      ///< else it is swallowed with a beep
+  bool passed = false;      ///< else it is swallowed with a beep, as where memory lacks
 };
 KeyPressed pressKey(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
-                    std::string_view text, char character);
+                    std::string_view text, char character) noexcept;
 
 /// Text that enters at once (paste, drop, middle click, input method): each
 /// character must pass as a typed one would, or nothing enters.
 KeyPressed enterText(BoxState& boxes, KeyFilter filter, std::int16_t extraDecimals,
-                     std::string_view text, std::string_view entering);
+                     std::string_view text, std::string_view entering) noexcept;
 
 /// Lost-focus: what the box shows afterwards.
 struct BoxLeft {
@@ -106,12 +106,13 @@ struct BoxLeft {
   bool changed = false;             ///< `text` is to be shown
   std::string text;
 };
-BoxLeft leaveBox(BoxState& boxes, const BoxRule& rule, std::string_view text);
+BoxLeft leaveBox(BoxState& boxes, const BoxRule& rule, std::string_view text) noexcept;
 
-/// The stored value as the box shows it.
+/// The stored value as the box shows it. Throws std::bad_alloc alone.
 std::string boxText(const BoxState& boxes, const BoxRule& rule);
 
-/// Stores the initial value of a numeric box and returns the text to show.
+/// Stores the initial value of a numeric box and returns the text to show. Throws
+/// std::bad_alloc alone.
 std::string loadBox(BoxState& boxes, const BoxRule& rule);
 
 }  // namespace mirelund

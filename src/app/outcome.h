@@ -10,6 +10,9 @@ namespace mirelund {
 
 /// What a handler of core asks its window to do: show a message, and put `results`
 /// into the report box when `showResults` is set.
+///
+/// No handler that returns one throws: what fails below it, memory too, is message 3,
+/// and all but what its header names is as it was.
 struct Outcome {
   Message message = Message::None;
   bool showResults = false;

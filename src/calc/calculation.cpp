@@ -52,11 +52,16 @@ void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const Tabl
   store(++at, totals);
 }
 
-Outcome replaceReport(Reports& reports, std::string report) {
+void setReport(Reports& reports, std::string report) noexcept {
   clearReports(reports);
   reports.StartOver = 0;
   reports.ReportLines[1] = std::move(report);
-  return Outcome::report(reports.ReportLines[1]);
+}
+
+Outcome replaceReport(Reports& reports, std::string report) {
+  Outcome outcome = Outcome::report(report);
+  setReport(reports, std::move(report));
+  return outcome;
 }
 
 }  // namespace mirelund

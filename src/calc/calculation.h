@@ -62,11 +62,15 @@ void appendTotals(std::string& report, std::string_view label, const TableRow& t
 /// end of column 45, the value as its box shows it.
 void appendExample(std::string& help, std::string_view label, std::string_view value);
 
-/// Replaces ComparisonTable: rows 1 upward, the totals behind the last.
+/// Replaces ComparisonTable: rows 1 upward, the totals behind the last. Asks for no
+/// memory where the table was as large before.
 void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const TableRow& totals);
 
-/// Replaces the report of a page that keeps no comparisons, and shows it. Until
-/// this is called a failed calculation has left screen, report and chart alone.
+/// Replaces the report of a page that keeps no comparisons.
+void setReport(Reports& reports, std::string report) noexcept;
+
+/// The same, and shows it. Until this is called a failed calculation has left screen,
+/// report and chart alone; where it throws, for want of memory, it has changed nothing.
 Outcome replaceReport(Reports& reports, std::string report);
 
 }  // namespace mirelund

@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "base/attempt.h"
 #include "charts/chart_kind.h"
 
 namespace mirelund {
@@ -62,34 +63,38 @@ CapitalRequired capitalRequired(const CapitalRequiredInput& input) {
 }
 
 Outcome calculateCapitalRequired(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                                 std::int16_t CapitalOption, const CapitalRequiredTexts& texts) {
+                                 std::int16_t CapitalOption,
+                                 const CapitalRequiredTexts& texts) noexcept {
   boxes.BoxEdited = 0;
-  const CapitalTargetRow& target = targetRow(CapitalOption);
-  try {
+  return attempt(Outcome::failed(Message::WrongEntry), [&] {
+    const CapitalTargetRow& target = targetRow(CapitalOption);
     const CapitalRequired result = capitalRequired(
         {target.target, boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]});
-    std::string report = reportOf(target, texts, result);
+    std::string title = "Growth in capital required over ";
+    Outcome outcome = replaceReport(reports, reportOf(target, texts, result));
     storeTable(reports.ComparisonTable, result.rows, result.totals);
     chart.ChartCount = static_cast<std::int16_t>(result.rows.size());
     chart.ChartKind = ChartKind::CapitalRequired;
-    chart.ChartTitle = "Growth in capital required over ";
-    return replaceReport(reports, std::move(report));
-  } catch (const ArithmeticError&) {
-    return Outcome::failed(Message::WrongEntry);
-  }
+    chart.ChartTitle = std::move(title);
+    return outcome;
+  });
 }
 
 std::vector<ShownText> switchCapitalOption(BoxState& boxes, Reports& reports,
-                                           std::int16_t& CapitalOption, CapitalTarget target) {
-  CapitalOption = rowOf(kCapitalTargets, target).capitalOption;
-  reports.ReportLines[1].clear();
-  std::vector<ShownText> shown;
-  for (const char* box : {"CRInCapitalReq", "CRInIntGrowthRate", "CRInTimeInYrs"}) {
-    const BoxRule& rule = boxRule(kCapitalRequiredBoxes, box, static_cast<int>(target));
-    shown.push_back({rule.name, loadBox(boxes, rule)});
-    if (!rule.labelName.empty()) shown.push_back({rule.labelName, std::string(rule.label)});
-  }
-  return shown;
+                                           std::int16_t& CapitalOption,
+                                           CapitalTarget target) noexcept {
+  const auto choose = [&](BoxState& loaded) {
+    std::vector<ShownText> shown;
+    for (const char* box : {"CRInCapitalReq", "CRInIntGrowthRate", "CRInTimeInYrs"}) {
+      const BoxRule& rule = boxRule(kCapitalRequiredBoxes, box, static_cast<int>(target));
+      shown.push_back({rule.name, loadBox(loaded, rule)});
+      if (!rule.labelName.empty()) shown.push_back({rule.labelName, std::string(rule.label)});
+    }
+    CapitalOption = rowOf(kCapitalTargets, target).capitalOption;
+    reports.ReportLines[1].clear();
+    return shown;
+  };
+  return attempt(std::vector<ShownText>(), choose, boxes);
 }
 
 }  // namespace mirelund

@@ -99,11 +99,14 @@ struct CapitalRequiredTexts {
 /// CRCalculate: replaces the report, the year table and the chart selectors. A
 /// failure gives message 3 and leaves all of them as they were.
 Outcome calculateCapitalRequired(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                                 std::int16_t CapitalOption, const CapitalRequiredTexts& texts);
+                                 std::int16_t CapitalOption,
+                                 const CapitalRequiredTexts& texts) noexcept;
 
 /// The option routine: sets CapitalOption, empties ReportLines(1), loads the
-/// option's three initial values. What the boxes and Label26 are to show.
+/// option's three initial values. What the boxes and Label26 are to show; nothing where
+/// memory lacks, and nothing is changed then.
 std::vector<ShownText> switchCapitalOption(BoxState& boxes, Reports& reports,
-                                           std::int16_t& CapitalOption, CapitalTarget target);
+                                           std::int16_t& CapitalOption,
+                                           CapitalTarget target) noexcept;
 
 }  // namespace mirelund

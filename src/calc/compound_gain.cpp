@@ -2,7 +2,10 @@
 #include "calc/compound_gain.h"
 
 #include <cmath>
+#include <utility>
+#include <vector>
 
+#include "base/attempt.h"
 #include "calc/calculation.h"
 #include "charts/chart_kind.h"
 
@@ -11,14 +14,41 @@ namespace mirelund {
 namespace {
 
 // Year ends at the constant rate, whole currency units (truncated).
-void fillSeries(CurrencyTable& table, const CompoundGainInput& input, double annualRate) {
+std::vector<Currency> yearEnds(const CompoundGainInput& input, double annualRate) {
   const auto years = static_cast<std::size_t>(input.years.toDouble());
+  require(years < kComparisonTableRows, "more years than the table has rows");
+  std::vector<Currency> ends;
+  ends.reserve(years);
   double running = input.cost.toDouble() * (1.0 + annualRate);
   for (std::size_t year = 1; year <= years; ++year) {
     if (year > 1) running += annualRate * running;
-    table.at(year, 1) = Currency::whole(static_cast<std::int64_t>(year));
-    table.at(year, 4) = ToCurrency(std::trunc(running));
+    ends.push_back(ToCurrency(std::trunc(running)));
   }
+  return ends;
+}
+
+// All figures of a comparison, or the message that stands for them.
+struct Comparison {
+  CompoundGain gain;
+  Currency annualPercent;
+  std::vector<Currency> yearEnds;
+  Message refused = Message::None;
+};
+
+Comparison compared(const CompoundGainInput& input) {
+  Comparison comparison;
+  if (input.cost.isZero() || input.value.isZero() || input.years.isZero()) {
+    comparison.refused = Message::AllThreeBoxes;
+    return comparison;
+  }
+  try {
+    comparison.gain = compoundGain(input);
+    comparison.annualPercent = ToCurrency(100.0 * comparison.gain.annualRate);
+    comparison.yearEnds = yearEnds(input, comparison.gain.annualRate);
+  } catch (const ArithmeticError&) {
+    comparison.refused = Message::WrongEntry;
+  }
+  return comparison;
 }
 
 }  // namespace
@@ -53,31 +83,37 @@ void appendCompoundGainRow(std::string& report, const CompoundGainInput& input,
 }
 
 Outcome calculateCompoundGain(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                              const CompoundGainTexts& texts) {
-  startOverIfAsked(reports);
+                              const CompoundGainTexts& texts) noexcept {
   boxes.BoxEdited = 0;
-  countComparison(reports, chart);
-  reports.ComparisonTable.redimension(kComparisonTableRows, kComparisonTableColumns);
-  std::string& report = reports.ReportLines[1];
-  appendCompoundGainHeading(report, texts);
+  return attempt(Outcome::failed(Message::WrongEntry), [&] {
+    const CompoundGainInput input{boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]};
+    const Comparison comparison = compared(input);
+    const bool good = comparison.refused == Message::None;
+    std::string report = comparisonsSoFar(reports);
+    appendCompoundGainHeading(report, texts);
+    if (good) appendCompoundGainRow(report, input, comparison.gain);
+    std::string shown = report;
+    // "comparisions" is required: CompoundGain.FillsTheChart.
+    std::string title = "Percentage gain/loss for comparisions ";
 
-  const CompoundGainInput input{boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]};
-  if (input.cost.isZero() || input.value.isZero() || input.years.isZero())
-    return Outcome::failed(Message::AllThreeBoxes);
-  try {
-    const CompoundGain gain = compoundGain(input);
-    fillSeries(reports.ComparisonTable, input, gain.annualRate);
-    appendCompoundGainRow(report, input, gain);
+    startOverIfAsked(reports);
+    countComparison(reports, chart);
+    reports.ReportLines[1] = std::move(report);
+    reports.ComparisonTable.redimension(kComparisonTableRows, kComparisonTableColumns);
+    if (!good) return Outcome::failed(comparison.refused);
+    std::size_t year = 0;
+    for (const Currency end : comparison.yearEnds) {
+      ++year;
+      reports.ComparisonTable.at(year, 1) = Currency::whole(static_cast<std::int64_t>(year));
+      reports.ComparisonTable.at(year, 4) = end;
+    }
     const auto row = static_cast<std::size_t>(reports.ComparisonCount);
-    reports.ComparisonTotals.at(row, 1) = ToCurrency(100.0 * gain.annualRate);
-  } catch (const ArithmeticError&) {
-    return Outcome::failed(Message::WrongEntry);
-  }
-  chart.ChartCount = reports.ComparisonCount;
-  chart.ChartKind = ChartKind::CompoundGain;
-  // "comparisions" is required: CompoundGain.FillsTheChart.
-  chart.ChartTitle = "Percentage gain/loss for comparisions ";
-  return showComparisons(reports);
+    reports.ComparisonTotals.at(row, 1) = comparison.annualPercent;
+    chart.ChartCount = reports.ComparisonCount;
+    chart.ChartKind = ChartKind::CompoundGain;
+    chart.ChartTitle = std::move(title);
+    return showComparisons(reports, std::move(shown));
+  });
 }
 
 }  // namespace mirelund

@@ -100,8 +100,8 @@ void appendCompoundGainRow(std::string& report, const CompoundGainInput& input,
 /// selectors. A zero input gives message 18 and leaves the block's heading and
 /// the count behind, as required: the next block stands below the orphan
 /// heading (CompoundGain.ZeroInputLeavesItsHeading). A number that leaves its
-/// range gives message 3.
+/// range gives message 3, and leaves the same behind.
 Outcome calculateCompoundGain(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                              const CompoundGainTexts& texts);
+                              const CompoundGainTexts& texts) noexcept;
 
 }  // namespace mirelund

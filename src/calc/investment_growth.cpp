@@ -2,7 +2,9 @@
 #include "calc/investment_growth.h"
 
 #include <cmath>
+#include <optional>
 
+#include "base/attempt.h"
 #include "charts/chart_kind.h"
 
 namespace mirelund {
@@ -35,6 +37,8 @@ Outcome showComplete(Reports& reports, ChartSelectors& chart, const InvestmentGr
   for (const TableRow& row : result.rows) appendTableRow(report, row);
   appendLine(report, kUnderline);
   appendTableRow(report, result.totals);
+  std::string title = "Investment growth over ";
+  Outcome outcome = replaceReport(reports, std::move(report));
 
   reports.ComparisonCount = 0;
   countComparison(reports, chart);
@@ -43,23 +47,42 @@ Outcome showComplete(Reports& reports, ChartSelectors& chart, const InvestmentGr
   chart.ChartCount = result.years;
   chart.ChartPeriodsPerYear = result.periodsPerYear;
   chart.ChartPeriods = static_cast<std::int16_t>(result.rows.size());
-  chart.ChartTitle = "Investment growth over ";
-  return replaceReport(reports, std::move(report));
+  chart.ChartTitle = std::move(title);
+  return outcome;
 }
 
-Outcome showComparison(Reports& reports, ChartSelectors& chart, const InvestmentGrowth& result) {
-  std::string& report = reports.ReportLines[1];
-  appendTableRow(report, result.totals);
-  appendLine(report, kUnderline);
-  appendLine(report);
+// Nothing where a number leaves its range.
+std::optional<InvestmentGrowth> growthOf(const InvestmentGrowthInput& input) {
+  try {
+    return investmentGrowth(input);
+  } catch (const ArithmeticError&) {
+    return std::nullopt;
+  }
+}
 
-  storeTable(reports.ComparisonTable, result.rows, result.totals);
+Outcome showComparison(Reports& reports, ChartSelectors& chart, const InvestmentGrowthTexts& texts,
+                       const std::optional<InvestmentGrowth>& result) {
+  std::string report = comparisonsSoFar(reports);
+  appendHeading(report, texts);
+  if (result) {
+    appendTableRow(report, result->totals);
+    appendLine(report, kUnderline);
+    appendLine(report);
+  }
+  std::string shown = report;
+  std::string title = "Totals for comparisons, number ";
+
+  startOverIfAsked(reports);
+  countComparison(reports, chart);
+  reports.ReportLines[1] = std::move(report);
+  if (!result) return Outcome::failed(Message::WrongEntry);
+  storeTable(reports.ComparisonTable, result->rows, result->totals);
   reports.ComparisonTotals.at(static_cast<std::size_t>(reports.ComparisonCount), 1) =
-      result.totals.value;
+      result->totals.value;
   chart.ChartCount = reports.ComparisonCount;
   chart.ChartKind = ChartKind::GrowthComparisons;
-  chart.ChartTitle = "Totals for comparisons, number ";
-  return showComparisons(reports);
+  chart.ChartTitle = std::move(title);
+  return showComparisons(reports, std::move(shown));
 }
 
 }  // namespace
@@ -103,21 +126,14 @@ InvestmentGrowth investmentGrowth(const InvestmentGrowthInput& input) {
 }
 
 Outcome calculateInvestmentGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                                  const InvestmentGrowthTexts& texts) {
+                                  const InvestmentGrowthTexts& texts) noexcept {
   boxes.BoxEdited = 0;
-  const bool complete = texts.results == GrowthResults::Complete;
-  if (!complete) {
-    startOverIfAsked(reports);
-    countComparison(reports, chart);
-    appendHeading(reports.ReportLines[1], texts);
-  }
-  try {
-    const InvestmentGrowth result = investmentGrowth(inputOf(boxes, texts.frequency));
-    return complete ? showComplete(reports, chart, texts, result)
-                    : showComparison(reports, chart, result);
-  } catch (const ArithmeticError&) {
-    return Outcome::failed(Message::WrongEntry);
-  }
+  return attempt(Outcome::failed(Message::WrongEntry), [&] {
+    const InvestmentGrowthInput input = inputOf(boxes, texts.frequency);
+    if (texts.results == GrowthResults::Complete)
+      return showComplete(reports, chart, texts, investmentGrowth(input));
+    return showComparison(reports, chart, texts, growthOf(input));
+  });
 }
 
 }  // namespace mirelund

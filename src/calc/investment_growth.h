@@ -179,6 +179,6 @@ struct InvestmentGrowthTexts {
 /// block to ReportLines(1) and its final value to ComparisonTotals; a failure
 /// leaves the block's heading and the count behind.
 Outcome calculateInvestmentGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                                  const InvestmentGrowthTexts& texts);
+                                  const InvestmentGrowthTexts& texts) noexcept;
 
 }  // namespace mirelund

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/attempt.h"
 #include "charts/chart_kind.h"
 
 namespace mirelund {
@@ -262,32 +263,47 @@ std::int16_t leaveDaysInYear(DaysInYearState& days, PaymentFrequency frequency) 
 }
 
 MortgageOutcome RecalculateMortgage(BoxState& boxes, const DaysInYearState& days,
-                                    const MortgageChoices& choices, MortgageTexts& shown) {
-  const Mortgage mortgage = recalculate(boxes, days, choices, shown);
-  return mortgage.complete ? MortgageOutcome{} : failureOf(mortgage.status);
+                                    const MortgageChoices& choices, MortgageTexts& shown) noexcept {
+  return attempt(
+      failureOf(SolveStatus::NoKnownProblem),
+      [&](BoxState& inputs, MortgageTexts& texts) {
+        const Mortgage mortgage = recalculate(inputs, days, choices, texts);
+        return mortgage.complete ? MortgageOutcome{} : failureOf(mortgage.status);
+      },
+      boxes, shown);
 }
 
 MortgageOutcome calculateMortgage(BoxState& boxes, Reports& reports, ChartSelectors& chart,
                                   const DaysInYearState& days, const MortgageChoices& choices,
-                                  MortgageTexts& shown) {
-  const Mortgage mortgage = recalculate(boxes, days, choices, shown);
-  if (!mortgage.complete) return failureOf(mortgage.status);
-  try {
-    const Currency conventional = ToCurrency(mortgage.totalInterest);
-    const Currency atFrequency = ToCurrency(mortgage.interestPaid);
+                                  MortgageTexts& shown) noexcept {
+  const auto calculate = [&](BoxState& inputs, MortgageTexts& texts) -> MortgageOutcome {
+    const Mortgage mortgage = recalculate(inputs, days, choices, texts);
+    if (!mortgage.complete) return failureOf(mortgage.status);
+    Currency conventional;
+    Currency atFrequency;
+    try {
+      conventional = ToCurrency(mortgage.totalInterest);
+      atFrequency = ToCurrency(mortgage.interestPaid);
+    } catch (const ArithmeticError&) {
+      return failureOf(SolveStatus::NoKnownProblem);
+    }
+    std::string report = comparisonsSoFar(reports);
+    appendBlock(report, choices, texts);
+    std::string all = report;
+    std::string title = "Totals for comparisons, number ";
+
     startOverIfAsked(reports);
     countComparison(reports, chart);
-    appendBlock(reports.ReportLines[1], choices, shown);
+    reports.ReportLines[1] = std::move(report);
     const auto comparison = static_cast<std::size_t>(reports.ComparisonCount);
     reports.ComparisonTotals.at(comparison, 1) = conventional;
     reports.ComparisonTotals.at(comparison, 2) = atFrequency;
-  } catch (const ArithmeticError&) {
-    return failureOf(SolveStatus::NoKnownProblem);
-  }
-  chart.ChartCount = reports.ComparisonCount;
-  chart.ChartKind = ChartKind::Mortgage;
-  chart.ChartTitle = "Totals for comparisons, number ";
-  return {showComparisons(reports), {}};
+    chart.ChartCount = reports.ComparisonCount;
+    chart.ChartKind = ChartKind::Mortgage;
+    chart.ChartTitle = std::move(title);
+    return {showComparisons(reports, std::move(all)), {}};
+  };
+  return attempt(failureOf(SolveStatus::NoKnownProblem), calculate, boxes, shown);
 }
 
 }  // namespace mirelund

@@ -281,9 +281,10 @@ std::int16_t leaveDaysInYear(DaysInYearState& days, PaymentFrequency frequency);
 
 /// Solves for the unknown, writes it back to MortgageInputs
 /// and into its box's text, fills the result labels' texts. A failure empties the
-/// labels (MTDaysInYear stays) and says what to show; typed values stay.
+/// labels (MTDaysInYear stays) and says what to show; typed values stay. Where memory
+/// lacks it is message 3, and nothing is another than before.
 MortgageOutcome RecalculateMortgage(BoxState& boxes, const DaysInYearState& days,
-                                    const MortgageChoices& choices, MortgageTexts& shown);
+                                    const MortgageChoices& choices, MortgageTexts& shown) noexcept;
 
 /// MTCalculate: recalculates, appends the block to ReportLines(1), stores the two
 /// totals of comparison i, taken from the numbers behind the texts, in
@@ -291,6 +292,6 @@ MortgageOutcome RecalculateMortgage(BoxState& boxes, const DaysInYearState& days
 /// beyond Currency (message 3), nothing is appended, counted or charted.
 MortgageOutcome calculateMortgage(BoxState& boxes, Reports& reports, ChartSelectors& chart,
                                   const DaysInYearState& days, const MortgageChoices& choices,
-                                  MortgageTexts& shown);
+                                  MortgageTexts& shown) noexcept;
 
 }  // namespace mirelund

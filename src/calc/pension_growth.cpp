@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/pension_growth.h"
 
+#include "base/attempt.h"
 #include "charts/chart_kind.h"
 
 namespace mirelund {
@@ -84,26 +85,26 @@ PensionGrowth pensionGrowth(const PensionGrowthInput& input) {
 }
 
 Outcome calculatePensionGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                               const PensionGrowthTexts& texts) {
+                               const PensionGrowthTexts& texts) noexcept {
   boxes.BoxEdited = 0;
-  try {
+  return attempt(Outcome::failed(Message::WrongEntry), [&] {
     const PensionGrowthInput input = inputOf(boxes);
     const PensionGrowth result = pensionGrowth(input);
     std::string report = reportOf(texts, result);
+    Outcome outcome = Outcome::report(report);
+    appendLine(outcome.results);
+    outcome.results += "                            Hidden column >";
+    std::string title = " Pension growth over ";
+    setReport(reports, std::move(report));
     storeTable(reports.ComparisonTable, result.rows, result.totals);
     reports.ComparisonTable.at(0, 4) = input.balance;
     for (std::size_t i = 0; i < result.salaries.size(); ++i)
       reports.ComparisonTable.at(i + 1, 0) = result.salaries[i];
     chart.ChartCount = static_cast<std::int16_t>(result.rows.size());
     chart.ChartKind = ChartKind::PensionGrowth;
-    chart.ChartTitle = " Pension growth over ";
-    Outcome outcome = replaceReport(reports, std::move(report));
-    appendLine(outcome.results);
-    outcome.results += "                            Hidden column >";
+    chart.ChartTitle = std::move(title);
     return outcome;
-  } catch (const ArithmeticError&) {
-    return Outcome::failed(Message::WrongEntry);
-  }
+  });
 }
 
 }  // namespace mirelund

@@ -169,6 +169,6 @@ struct PensionGrowthTexts {
 /// message 3 and leaves all of them as they were. The results to show end with a
 /// hint to the hidden column that the printed report does not have.
 Outcome calculatePensionGrowth(BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                               const PensionGrowthTexts& texts);
+                               const PensionGrowthTexts& texts) noexcept;
 
 }  // namespace mirelund

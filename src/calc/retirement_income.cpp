@@ -2,7 +2,9 @@
 #include "calc/retirement_income.h"
 
 #include <cmath>
+#include <optional>
 
+#include "base/attempt.h"
 #include "charts/chart_kind.h"
 
 namespace mirelund {
@@ -32,11 +34,16 @@ struct MonthlyAccount {
   }
 };
 
-RetirementIncome incomeOf(const BoxState& boxes, WithdrawalChoice choice) {
-  const auto& slots = boxes.InputValues;
-  if (choice == WithdrawalChoice::FixedAmount)
-    return fixedIncome({slots[1], slots[2], slots[3], slots[4]});
-  return percentageIncome({slots[1], slots[2], slots[3], slots[4]});
+// Nothing where a number leaves its range.
+std::optional<RetirementIncome> incomeOf(const BoxState& boxes, WithdrawalChoice choice) {
+  const auto& values = boxes.InputValues;
+  try {
+    if (choice == WithdrawalChoice::FixedAmount)
+      return fixedIncome({values[1], values[2], values[3], values[4]});
+    return percentageIncome({values[1], values[2], values[3], values[4]});
+  } catch (const ArithmeticError&) {
+    return std::nullopt;
+  }
 }
 
 std::string reportOf(const WithdrawalChoiceRow& choice, const RetirementIncomeTexts& texts,
@@ -56,7 +63,7 @@ std::string reportOf(const WithdrawalChoiceRow& choice, const RetirementIncomeTe
   return report;
 }
 
-void clearChart(ChartSelectors& chart) {
+void clearChart(ChartSelectors& chart) noexcept {
   chart.ChartCount = 0;
   chart.ChartKind = {};
   chart.ChartTitle.clear();
@@ -139,43 +146,48 @@ RetirementIncome fixedIncome(const FixedIncomeInput& input) {
 
 Outcome calculateRetirementIncome(BoxState& boxes, Reports& reports, ChartSelectors& chart,
                                   std::int16_t WithdrawalOption,
-                                  const RetirementIncomeTexts& texts) {
+                                  const RetirementIncomeTexts& texts) noexcept {
   boxes.BoxEdited = 0;
-  clearChart(chart);
-  const WithdrawalChoiceRow& choice = choiceRow(WithdrawalOption);
-  try {
-    const RetirementIncome income = incomeOf(boxes, choice.choice);
-    if (income.withdrawalTooLarge) return Outcome::failed(Message::WithdrawalTooLarge);
-    std::string report = reportOf(choice, texts, income);
-    storeTable(reports.ComparisonTable, income.rows, income.totals);
+  return attempt(Outcome::failed(Message::WrongEntry), [&] {
+    const WithdrawalChoiceRow& choice = choiceRow(WithdrawalOption);
+    const std::optional<RetirementIncome> income = incomeOf(boxes, choice.choice);
+    if (!income || income->withdrawalTooLarge) {
+      clearChart(chart);
+      return Outcome::failed(income ? Message::WithdrawalTooLarge : Message::WrongEntry);
+    }
     const bool fixed = choice.choice == WithdrawalChoice::FixedAmount;
-    chart.ChartCount = static_cast<std::int16_t>(income.rows.size());
-    chart.ChartKind = fixed ? ChartKind::IncomeFixedAmount : ChartKind::IncomePercentage;
-    chart.ChartTitle =
+    std::string title =
         fixed ? "Retirement beginning balance over " : "Retirement ending balance over ";
-    return replaceReport(reports, std::move(report));
-  } catch (const ArithmeticError&) {
-    return Outcome::failed(Message::WrongEntry);
-  }
+    Outcome outcome = replaceReport(reports, reportOf(choice, texts, *income));
+    storeTable(reports.ComparisonTable, income->rows, income->totals);
+    clearChart(chart);
+    chart.ChartCount = static_cast<std::int16_t>(income->rows.size());
+    chart.ChartKind = fixed ? ChartKind::IncomeFixedAmount : ChartKind::IncomePercentage;
+    chart.ChartTitle = std::move(title);
+    return outcome;
+  });
 }
 
 std::vector<ShownText> SwitchWithdrawalOption(BoxState& boxes, Reports& reports,
                                               std::int16_t& WithdrawalOption,
-                                              WithdrawalChoice choice) {
-  const auto option = static_cast<int>(choice);
-  WithdrawalOption = rowOf(kWithdrawalChoices, choice).withdrawalOption;
-  reports.ReportLines[1].clear();
-  std::vector<ShownText> shown;
-  for (const char* box : {"RIInCurrValue", "RIInAnnIntGrowthRate"}) {
-    const BoxRule& rule = boxRule(kRetirementIncomeBoxes, box, option);
-    shown.push_back({rule.name, boxText(boxes, rule)});
-  }
-  for (const char* box : {"RIInAnnIncWDrawnRate", "RIInTimeInYrs"}) {
-    const BoxRule& rule = boxRule(kRetirementIncomeBoxes, box, option);
-    shown.push_back({rule.name, loadBox(boxes, rule)});
-    shown.push_back({rule.labelName, std::string(rule.label)});
-  }
-  return shown;
+                                              WithdrawalChoice choice) noexcept {
+  const auto choose = [&](BoxState& loaded) {
+    const auto option = static_cast<int>(choice);
+    std::vector<ShownText> shown;
+    for (const char* box : {"RIInCurrValue", "RIInAnnIntGrowthRate"}) {
+      const BoxRule& rule = boxRule(kRetirementIncomeBoxes, box, option);
+      shown.push_back({rule.name, boxText(loaded, rule)});
+    }
+    for (const char* box : {"RIInAnnIncWDrawnRate", "RIInTimeInYrs"}) {
+      const BoxRule& rule = boxRule(kRetirementIncomeBoxes, box, option);
+      shown.push_back({rule.name, loadBox(loaded, rule)});
+      shown.push_back({rule.labelName, std::string(rule.label)});
+    }
+    WithdrawalOption = rowOf(kWithdrawalChoices, choice).withdrawalOption;
+    reports.ReportLines[1].clear();
+    return shown;
+  };
+  return attempt(std::vector<ShownText>(), choose, boxes);
 }
 
 }  // namespace mirelund

@@ -134,13 +134,14 @@ struct RetirementIncomeTexts {
 /// there is nothing to chart.
 Outcome calculateRetirementIncome(BoxState& boxes, Reports& reports, ChartSelectors& chart,
                                   std::int16_t WithdrawalOption,
-                                  const RetirementIncomeTexts& texts);
+                                  const RetirementIncomeTexts& texts) noexcept;
 
 /// SwitchWithdrawalOption: sets WithdrawalOption, empties ReportLines(1) and loads
 /// the option's own values into slots 3 and 4, whose meaning changes; slots 1 and
-/// 2 keep theirs. What the four boxes, Label32 and Label33 are to show.
+/// 2 keep theirs. What the four boxes, Label32 and Label33 are to show; nothing where
+/// memory lacks, and nothing is changed then.
 std::vector<ShownText> SwitchWithdrawalOption(BoxState& boxes, Reports& reports,
                                               std::int16_t& WithdrawalOption,
-                                              WithdrawalChoice choice);
+                                              WithdrawalChoice choice) noexcept;
 
 }  // namespace mirelund

@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "app/report_line.h"
+#include "base/attempt.h"
 
 namespace mirelund {
 
@@ -80,10 +82,8 @@ void fillManagerView(ChartView& view, const ManagerViewRow& row, const CurrencyT
   view.title = row.title;
 }
 
-}  // namespace
-
-ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                        ManagerView manager) {
+ChartView viewOf(const BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                 ManagerView manager) {
   ChartView view;
   const ChartViewRow* const row = chartView(chart.ChartKind);
   if (row == nullptr) return view;
@@ -108,6 +108,20 @@ ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors&
     view.message = Message::CannotDraw;
   }
   return view;
+}
+
+}  // namespace
+
+ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors& chart,
+                        ManagerView manager) noexcept {
+  ChartView failed;
+  failed.message = Message::CannotDraw;
+  return attempt(
+      std::move(failed),
+      [&](Reports& figures, ChartSelectors& selectors) {
+        return viewOf(boxes, figures, selectors, manager);
+      },
+      reports, chart);
 }
 
 std::string pointText(const ChartView& view, std::size_t series, std::size_t category) {

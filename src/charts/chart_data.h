@@ -62,15 +62,18 @@ struct ChartView {
 /// ChartCount the number of whole years; that overwrites the period numbers of
 /// the first rows, as required (ChartData.CompactsPeriodsToYearEnds). `manager`
 /// and ChartNames serve kind 8 alone; a fund without a name is shown by its number.
+/// Throws nothing: where memory lacks the view is an empty one with CannotDraw, and
+/// nothing is changed.
 ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors& chart,
-                        ManagerView manager = ManagerView::GainDollars);
+                        ManagerView manager = ManagerView::GainDollars) noexcept;
 
 /// What a bar's tooltip says: its category, its series where there are several,
-/// its value.
+/// its value. Throws std::out_of_range for a bar that is not there.
 std::string pointText(const ChartView& view, std::size_t series, std::size_t category);
 
 /// A mark of the value axis, whose marks are `step` apart: thousands separated, as
-/// many decimals as the step asks for (four at most), "%" behind a percentage.
+/// many decimals as the step asks for (four at most), "%" behind a percentage. Throws
+/// ArithmeticError for a value that is no number.
 std::string tickText(ChartAxis axis, double value, double step);
 
 /// The least step from `step` (1, 2, 2.5 or 5 times a power of ten) upward whose

@@ -3,9 +3,13 @@
 // database in memory, and what the window shows then.
 //
 // Operations never show a dialog: they return a message, and what they refuse leaves everything as
-// it was. Texts to show are UTF-8; names in the tables are the file's bytes (base/text.h:
-// displayText). Funds are named by their row in the fund list, 1..FundCount, so that two of one
-// name stay two.
+// it was. None of them throws. Each works on copies of what it may change, which take its place
+// when it has succeeded: whatever fails below (memory, a file store that throws, a number out of
+// range) is message 3, of opening a file 13 and of saving one 25, and the database, the state and
+// the shared parts are exactly as they were. What only tells a text or names throws nothing but
+// std::bad_alloc, and changes nothing. Texts to show are UTF-8; names in the tables are the file's
+// bytes (base/text.h: displayText). Funds are named by their row in the fund list, 1..FundCount, so
+// that two of one name stay two.
 #pragma once
 
 #include <array>
@@ -82,24 +86,24 @@ class Manager {
   Manager(BoxState& boxes, Reports& reports, ChartSelectors& chart,
           FileStore& files = systemFiles());
 
-  const ManagerState& state() const { return state_; }
-  const Database& database() const { return database_; }
+  const ManagerState& state() const noexcept { return held_.state; }
+  const Database& database() const noexcept { return held_.database; }
 
   /// The system's short date; set before anything is shown or typed.
-  void setDateFormat(const ShortDateFormat& format) { format_ = format; }
-  const ShortDateFormat& dateFormat() const { return format_; }
+  void setDateFormat(const ShortDateFormat& format) noexcept { format_ = format; }
+  const ShortDateFormat& dateFormat() const noexcept { return format_; }
 
   // --- the window -------------------------------------------------------------
 
   /// Form_Load and leaving: everything emptied, path and name too, so that a new
   /// database is not saved over the old file by habit; ComparisonTotals in the
   /// manager's shape.
-  void DiscardDatabase();
+  Message DiscardDatabase() noexcept;
 
   /// True when question 3 is to be asked before the database is given up, by
   /// leaving, by opening another, or by the program's end. A database without
   /// records is given up without it, whatever was changed: required.
-  bool mustAskBeforeDiscarding() const;
+  bool mustAskBeforeDiscarding() const noexcept;
 
   /// What messages and questions name: path, today in the short form.
   MessageDetails details(Date today) const;
@@ -115,18 +119,18 @@ class Manager {
 
   /// Another page was chosen: a correction is cancelled, the row cleared, and a
   /// fund must be chosen again before entries are accepted.
-  void leaveEntryPage();
+  void leaveEntryPage() noexcept;
 
   // --- files ------------------------------------------------------------------
 
-  void setFileDialog(FileDialog mode) { state_.FileDialogMode = mode; }
+  void setFileDialog(FileDialog mode) noexcept { held_.state.FileDialogMode = mode; }
 
   /// Replaces the database by the file's. Message 13 for whatever is not exactly
   /// a data file; the database in memory is whole then, as before.
-  Message OpenDatabase(const std::string& path);
+  Message OpenDatabase(const std::string& path) noexcept;
 
   /// Message 15 when there is nothing to save: asked before the dialog.
-  Message checkSave() const;
+  Message checkSave() const noexcept;
 
   /// Saves under the path. Message 15, or 25 for any failure: the old file stands
   /// and FileChanged stays.
@@ -137,32 +141,32 @@ class Manager {
   /// the reason is FileFailure::Changed. It is for the window to tell that in place of
   /// message 25, and to save again with Replacing::Anything, which compares nothing,
   /// where the person wants it. A file that is gone is written anew.
-  Saved SaveDatabase(const std::string& path, Replacing replacing = Replacing::Unchanged);
+  Saved SaveDatabase(const std::string& path, Replacing replacing = Replacing::Unchanged) noexcept;
 
   // --- entry page -------------------------------------------------------------
 
   /// EFunds: makes the fund in `row` active, clears the entry row, cancels a
   /// correction. Returns the fund's record list.
-  Outcome chooseFund(std::int16_t row);
+  Outcome chooseFund(std::int16_t row) noexcept;
 
   /// ECreateFund with the name typed: an empty one adds nothing. The new fund is
   /// active. Message 36 at 18 funds, 3 for a name that a file cannot carry.
-  Outcome addFund(std::string_view name);
+  Outcome addFund(std::string_view name) noexcept;
 
   /// ETransType: clears the boxes; the type's own are enabled. Message 16 without
   /// an active fund: the type list is to be reset. While a correction is in
   /// progress the list is locked, and nothing happens.
-  Message chooseType(std::size_t index);
+  Message chooseType(std::size_t index) noexcept;
 
   /// Pressing Delete in the type list.
-  void clearEntryRow();
+  void clearEntryRow() noexcept;
 
   /// EInDate_LostFocus: message 30 for a text that is no date; an empty box is
   /// left in peace.
-  Message leaveDateBox(std::string_view text) const;
+  Message leaveDateBox(std::string_view text) const noexcept;
 
   /// Lost-focus of a value box.
-  BoxLeft leaveValueBox(EntryBox box, std::string_view text);
+  BoxLeft leaveValueBox(EntryBox box, std::string_view text) noexcept;
 
   /// The texts of the row's value boxes while a correction is in progress.
   std::string valueText(EntryBox box) const;
@@ -172,36 +176,36 @@ class Manager {
   /// shows. Refusals in this order: type (51), date (31, 30),
   /// values (20, 29), fund (16, 19), 600 records (35), an amount or total out of
   /// range (3); the row stays as typed. Returns the new list.
-  Outcome addRecord(std::string_view dateText, std::string_view fundText);
+  Outcome addRecord(std::string_view dateText, std::string_view fundText) noexcept;
 
   /// Message 16 unless `fundText` names the active fund; 19 when it names none.
-  Message checkFund(std::string_view fundText) const;
+  Message checkFund(std::string_view fundText) const noexcept;
 
   /// ECorrectRec with the number typed: its record in the entry row. Message 16 or
   /// 19 (checkFund, also asked before the number dialog), 17.
-  Message correctRecord(std::string_view fundText, std::string_view number);
+  Message correctRecord(std::string_view fundText, std::string_view number) noexcept;
   /// The date to show in EInDate after correctRecord.
   std::string correctingDateText() const;
 
   /// EDelRec, first step: cancels a correction.
-  DeleteAsked askDelete(std::string_view fundText);
+  DeleteAsked askDelete(std::string_view fundText) noexcept;
   /// Message 17 unless the number finds a record of the active fund; before
   /// question 4 is asked.
-  Message checkRecordNumber(std::string_view number) const;
+  Message checkRecordNumber(std::string_view number) const noexcept;
   /// After the yes to question 4. Cancels a correction. Returns the new list.
-  Outcome deleteRecord(std::string_view number);
+  Outcome deleteRecord(std::string_view number) noexcept;
   /// After the yes to question 5; message 16 without an active fund. The fund must
   /// have no records.
-  Message deleteFund();
+  Message deleteFund() noexcept;
 
   /// EResults: the active fund's record list, empty without one; message 3 and an
   /// empty list where a total leaves the range.
-  Outcome showRecordList();
+  Outcome showRecordList() noexcept;
 
   // --- display page -----------------------------------------------------------
 
-  ReportShown showFund(std::int16_t row);
-  ReportShown showAllFunds();
+  ReportShown showFund(std::int16_t row) noexcept;
+  ReportShown showAllFunds() noexcept;
 
   // --- current value ----------------------------------------------------------
 
@@ -209,46 +213,52 @@ class Manager {
   /// Prices stay while the funds do.
   std::string priceText(std::int16_t row) const;
   /// CVInPrice_LostFocus.
-  BoxLeft leavePriceBox(std::int16_t row, std::string_view text);
+  BoxLeft leavePriceBox(std::int16_t row, std::string_view text) noexcept;
 
   /// CVCalc: the table, in CVResults and as the outcome's results; ChartCount the
   /// number of funds. Refusals: a fund without records (28), a price missing or 0
   /// (24), a result out of range (3); CVResults is empty then.
-  Outcome calculateCurrentValue();
+  Outcome calculateCurrentValue() noexcept;
 
   /// CVGraph: message 4 with nothing calculated; else ChartKind 8.
-  Message graphCurrentValue();
+  Message graphCurrentValue() noexcept;
 
   // --- printing ---------------------------------------------------------------
 
   /// Message 2 for an empty report.
-  static Message checkPrint(std::string_view report);
+  static Message checkPrint(std::string_view report) noexcept;
   /// Puts the header typed, if any, and the report into ReportLines(2).
-  void preparePrint(std::string_view header, std::string_view report);
+  Message preparePrint(std::string_view header, std::string_view report) noexcept;
 
  private:
-  void namePath(const std::string& path);
-  void remember(const std::string& place, std::string bytes);
-  void clearValuation();
-  void fundsChanged();
-  void dataChanged();
-  std::int16_t recordRow(std::string_view number) const;
+  struct Price {
+    std::optional<Currency> value;  ///< nothing until one was typed
+    bool outOfRange = false;        ///< the box shows a number beyond Currency
+  };
+  using Prices = std::array<Price, kMostFunds + 1>;  ///< by fund row
+  /// The bytes last read from or written to each file, by where it lies.
+  using KnownFiles = std::map<std::string, std::string>;
+
+  /// What is the manager's own of all that an operation may change.
+  struct Held {
+    Database database;
+    ManagerState state;
+    Prices prices;
+  };
+  class Change;
+
+  template <typename Result, typename... Parameters, typename... Arguments>
+  Result attempt(Result failed, Result (Change::*operation)(Parameters...),
+                 const Arguments&... arguments) noexcept;
+  void remember(KnownFiles fresh) noexcept;
 
   BoxState& boxes_;
   Reports& reports_;
   ChartSelectors& chart_;
   FileStore& files_;
   ShortDateFormat format_;
-  Database database_;
-  ManagerState state_;
-  /// The bytes last read from or written to each file, by where it lies.
-  std::map<std::string, std::string> known_;
-  struct Price {
-    std::optional<Currency> value;  ///< nothing until one was typed
-    bool outOfRange = false;        ///< the box shows a number beyond Currency
-  };
-  /// By fund row.
-  std::array<Price, kMostFunds + 1> prices_;
+  Held held_;
+  KnownFiles known_;
 };
 
 }  // namespace mirelund

@@ -171,6 +171,13 @@ TEST(CompoundGain, AResultOutOfRangeIsMessageThree) {
   EXPECT_EQ(global.chart.ChartCount, 0);
 }
 
+// No box lets so many years in.
+TEST(CompoundGain, MoreYearsThanTheTableHasRowsAreMessageThree) {
+  Global global;
+  EXPECT_EQ(calculate(global, 1, 2, 500).message, Message::None);
+  EXPECT_EQ(calculate(global, 1, 2, 501).message, Message::WrongEntry);
+}
+
 TEST(CompoundGain, TheFirstYearEndIsTheCostTimesOnePlusTheRate) {
   // e^(ln 0.2) - 1 is -0.8 and a trace: 500 (1 - 0.8 - trace) falls short of 100.
   Global global;

@@ -28,7 +28,7 @@ for _pair in (
     _OPPOSITES[_pair[1]] = _pair[0]
 
 # Their first two arguments may change places.
-_SYMMETRIC = frozenset(("min", "max", "__builtin_add_overflow", "__builtin_mul_overflow"))
+_SYMMETRIC = frozenset(("min", "max", "fma", "__builtin_add_overflow", "__builtin_mul_overflow"))
 
 # Calls that change no result, only how much memory is taken.
 _SILENT_CALLS = ("reserve", "shrink_to_fit")

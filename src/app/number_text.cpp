@@ -2,6 +2,7 @@
 #include "app/number_text.h"
 
 #include <charconv>
+#include <memory>
 
 #include "app/number_place.h"
 
@@ -67,7 +68,7 @@ std::string format(digits::Units units, const Pattern& pattern) {
 bool digits::unitsByDigits(double magnitude, int places, std::uint64_t& units) {
   const std::string text = roundedDigits(magnitude, places);
   if (text.size() > 18) return false;
-  std::from_chars(text.data(), text.data() + text.size(), units);
+  std::from_chars(text.data(), std::to_address(text.end()), units);
   return true;
 }
 

@@ -40,6 +40,34 @@ TEST(Text, Utf8IsWellFormedOrNot) {
     EXPECT_FALSE(isUtf8(text)) << text;
 }
 
+// The number that a sequence stands for, put together by its bits, decides: it must
+// need that many bytes, be no surrogate and not lie beyond Unicode.
+TEST(Text, EveryPairOfFirstBytesIsJudgedByItsNumber) {
+  struct Form {
+    unsigned mark, mask;
+    std::size_t bytes;
+    unsigned least;
+  };
+  constexpr Form kForms[] = {
+      {0xC0, 0xE0, 2, 0x80}, {0xE0, 0xF0, 3, 0x800}, {0xF0, 0xF8, 4, 0x10000}};
+  for (unsigned first = 0xC0; first < 0x100; ++first)
+    for (unsigned second = 0; second < 0x100; ++second)
+      for (const char rest : {'\x80', '\xBF'}) {
+        bool good = false;
+        std::string text = {static_cast<char>(first), static_cast<char>(second), rest, rest};
+        for (const Form& form : kForms) {
+          if ((first & form.mask) != form.mark) continue;
+          text.resize(form.bytes);
+          unsigned number = (first & ~form.mask) << 6 | (second & 0x3F);
+          for (std::size_t i = 2; i < form.bytes; ++i)
+            number = number << 6 | (static_cast<unsigned>(rest) & 0x3F);
+          good = (second & 0xC0) == 0x80 && number >= form.least && number < 0x110000 &&
+                 (number < 0xD800 || number > 0xDFFF);
+        }
+        EXPECT_EQ(isUtf8(text), good) << std::hex << first << ' ' << second;
+      }
+}
+
 TEST(Text, BytesAreShownAsUtf8OrWindows1252) {
   EXPECT_EQ(displayText("Zürich"), "Zürich");
   EXPECT_EQ(displayText("Z\xFCrich"), "Zürich");

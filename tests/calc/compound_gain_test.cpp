@@ -92,6 +92,9 @@ TEST(CompoundGain, FillsTheChart) {
     EXPECT_EQ(global.reports.ComparisonTable.at(year, 4), Currency::whole(values[year - 1]))
         << year;
   }
+  // Years count from 1.
+  for (std::size_t column = 0; column <= 5; ++column)
+    EXPECT_EQ(global.reports.ComparisonTable.at(0, column), Currency()) << column;
 }
 
 TEST(CompoundGain, TheTenthShowsAllBlocksAndTheEleventhStartsAgain) {

@@ -151,6 +151,19 @@ TEST(FundTotals, AverageIsTakenOnlyAboveTheLeastHolding) {
   }
 }
 
+// Whatever book value a file gives a record, only a sale's is left out.
+TEST(FundTotals, OnlySalesBringProceeds) {
+  for (const char type : std::string("BSCDFU")) {
+    Record record;
+    record.type = type;
+    record.bookValue = money(7);
+    FundTotals totals;
+    totals.add(record);
+    EXPECT_EQ(totals.of(Total::BookValue), money(7)) << type;
+    EXPECT_EQ(totals.of(Total::BookWithoutSales), type == 'S' ? money(0) : money(7)) << type;
+  }
+}
+
 // A fund's records of 100,000 shares and more.
 Database manyShares(const std::string& name) {
   return parseDatabase(withCrLf("3,1,\"All Records\",\"31\"\n\"" + name + R"(","1"

@@ -33,7 +33,6 @@
   int main(int argc, char** argv) {                      \
     QCoreApplication::setAttribute(Qt::AA_Use96Dpi);     \
     const mirelund::Application application(argc, argv); \
-    QTEST_SET_MAIN_SOURCE_PATH                           \
     Test test;                                           \
     return QTest::qExec(&test, argc, argv);              \
   }

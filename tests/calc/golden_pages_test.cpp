@@ -11,7 +11,7 @@ class GoldenPagesTest : public QObject {
   Q_OBJECT
 
   std::unique_ptr<PagePlayer> player_;
-  const QDir golden_ = QFINDTESTDATA("golden");
+  const QDir golden_{MIRELUND_GOLDEN};
 
   QStringList names() const {
     QStringList names = golden_.entryList({"*.txt"}, QDir::Files, QDir::Name);

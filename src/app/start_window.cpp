@@ -4,9 +4,11 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/warm_up.h"
 #include "base/ui_text.h"
 #include "base/version.h"
 
@@ -65,6 +67,14 @@ void PQStart::StartExit_Click() {
 PQStart::~PQStart() {
   if (half_ != nullptr) half_->disconnect(this);
   delete half_.data();
+}
+
+bool PQStart::event(QEvent* event) {
+  const bool done = QWidget::event(event);
+  // When it is seen, and not before.
+  if (event->type() == QEvent::Paint && !std::exchange(warm_, true))
+    QTimer::singleShot(0, this, warmUp);
+  return done;
 }
 
 bool PQStart::eventFilter(QObject* watched, QEvent* event) {

@@ -28,6 +28,7 @@ class PQStart : public QWidget {
   ~PQStart() override;
 
  protected:
+  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -40,6 +41,7 @@ class PQStart : public QWidget {
 
   Windows windows_;
   QPointer<QWidget> half_;
+  bool warm_ = false;
 };
 
 }  // namespace mirelund

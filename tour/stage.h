@@ -5,8 +5,8 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QPlainTextEdit>
 #include <QPagedPaintDevice>
+#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>

@@ -197,7 +197,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view steps = end + 1 < size ? input.substr(end + 1) : kEveryStep;
   mirelund::Session session{std::string(input.substr(0, end))};
   if (!session.open()) return 0;
-  constexpr std::size_t kMostBytes = 200;
+  constexpr std::size_t kMostBytes = 40;
   for (std::size_t i = 0; i + 1 < steps.size() && i < kMostBytes; i += 2)
     session.step(static_cast<unsigned char>(steps[i]), static_cast<unsigned char>(steps[i + 1]));
   return 0;

@@ -15,12 +15,12 @@ namespace mirelund {
 /// it changes after all that can fail.
 template <typename Result, typename Operation, typename... Parts>
 Result attempt(Result failed, Operation operation, Parts&... parts) noexcept {
-  static_assert((std::is_nothrow_swappable_v<Parts> && ...));
+  static_assert((std::is_nothrow_move_assignable_v<Parts> && ...));
   static_assert(std::is_nothrow_move_constructible_v<Result>);
   try {
     std::tuple<Parts...> copies(parts...);
     Result result = std::apply(operation, copies);
-    std::apply([&parts...](Parts&... changed) noexcept { (std::swap(parts, changed), ...); },
+    std::apply([&parts...](Parts&... changed) noexcept { ((parts = std::move(changed)), ...); },
                copies);
     return result;
   } catch (...) {

@@ -145,11 +145,15 @@ MortgageOutcome failureOf(SolveStatus status) {
   }
 }
 
-Mortgage recalculate(BoxState& boxes, const DaysInYearState& days, const MortgageChoices& choices,
-                     MortgageTexts& shown) {
+// Never throws.
+Mortgage solve(const BoxState& boxes, const DaysInYearState& days, const MortgageChoices& choices) {
   const auto& inputs = boxes.MortgageInputs;
-  const Mortgage mortgage = solveMortgage({inputs[1], inputs[2], inputs[3], inputs[4],
-                                           days.BiweeklyPerYear, days.WeeklyPerYear, choices});
+  return solveMortgage({inputs[1], inputs[2], inputs[3], inputs[4], days.BiweeklyPerYear,
+                        days.WeeklyPerYear, choices});
+}
+
+void show(const Mortgage& mortgage, const DaysInYearState& days, const MortgageChoices& choices,
+          BoxState& boxes, MortgageTexts& shown) {
   showSolved(boxes, mortgage, choices.solveFor, shown);
   if (mortgage.solved) {
     if (countsDays(choices.frequency))
@@ -161,7 +165,17 @@ Mortgage recalculate(BoxState& boxes, const DaysInYearState& days, const Mortgag
     showResults(mortgage, choices.frequency, shown);
   else
     emptyResults(shown);
-  return mortgage;
+}
+
+// Whether all figures are numbers so short that showing them asks for no memory, as
+// nearly all are: their digits have room in any string.
+bool isShort(const Mortgage& mortgage) {
+  constexpr double kShort = 1e11;
+  const double figures[] = {mortgage.principal,    mortgage.years,
+                            mortgage.payment,      mortgage.totalInterest,
+                            mortgage.eachPayment,  mortgage.yearsToFinalPayment,
+                            mortgage.interestPaid, mortgage.interestSaved};
+  return std::ranges::all_of(figures, [](double figure) { return std::abs(figure) < kShort; });
 }
 
 void appendBlock(std::string& report, const MortgageChoices& choices, const MortgageTexts& shown) {
@@ -264,20 +278,23 @@ std::int16_t leaveDaysInYear(DaysInYearState& days, PaymentFrequency frequency) 
 
 MortgageOutcome RecalculateMortgage(BoxState& boxes, const DaysInYearState& days,
                                     const MortgageChoices& choices, MortgageTexts& shown) noexcept {
-  return attempt(
-      failureOf(SolveStatus::NoKnownProblem),
-      [&](BoxState& inputs, MortgageTexts& texts) {
-        const Mortgage mortgage = recalculate(inputs, days, choices, texts);
-        return mortgage.complete ? MortgageOutcome{} : failureOf(mortgage.status);
-      },
-      boxes, shown);
+  const Mortgage mortgage = solve(boxes, days, choices);
+  const auto showIn = [&](BoxState& inputs, MortgageTexts& texts) {
+    show(mortgage, days, choices, inputs, texts);
+    return mortgage.complete ? MortgageOutcome{} : failureOf(mortgage.status);
+  };
+  // Copies would cost as much as all the rest.
+  const MortgageOutcome failed = failureOf(SolveStatus::NoKnownProblem);
+  if (isShort(mortgage)) return attempt(failed, [&] { return showIn(boxes, shown); });
+  return attempt(failed, showIn, boxes, shown);
 }
 
 MortgageOutcome calculateMortgage(BoxState& boxes, Reports& reports, ChartSelectors& chart,
                                   const DaysInYearState& days, const MortgageChoices& choices,
                                   MortgageTexts& shown) noexcept {
   const auto calculate = [&](BoxState& inputs, MortgageTexts& texts) -> MortgageOutcome {
-    const Mortgage mortgage = recalculate(inputs, days, choices, texts);
+    const Mortgage mortgage = solve(inputs, days, choices);
+    show(mortgage, days, choices, inputs, texts);
     if (!mortgage.complete) return failureOf(mortgage.status);
     Currency conventional;
     Currency atFrequency;

@@ -62,22 +62,24 @@ void namePath(ManagerState& state, const std::string& path) {
 // An operation at work: on copies of all that it may change, but for the files.
 class Manager::Change {
  public:
-  Change(Manager& manager, Held& held, BoxState& boxes, Reports& reports, ChartSelectors& chart)
+  Change(Manager& manager, Held& held, BoxState& boxes, CurrencyTable& totals, std::string& printed,
+         std::int16_t& chartCount)
       : manager_(manager),
         database_(held.database),
         state_(held.state),
         prices_(held.prices),
         boxes_(boxes),
-        reports_(reports),
-        chart_(chart) {}
+        totals_(totals),
+        printed_(printed),
+        chartCount_(chartCount) {}
 
   Message DiscardDatabase() {
     database_ = Database();
     const ManagerState old = std::exchange(state_, {});
     state_.fundsRevision = old.fundsRevision;
     state_.dataRevision = old.dataRevision;
-    reports_.ReportLines[2].clear();
-    reports_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
+    printed_.clear();
+    totals_.redimension(kTotalsRows, kTotalsColumns);
     boxes_.BoxEdited = 0;
     fundsChanged();
     state_.FileChanged = 0;
@@ -93,7 +95,7 @@ class Manager::Change {
     database_ = std::move(*fresh);
     namePath(state_, path);
     mirelund::leaveEntryPage(state_, boxes_);
-    reports_.ComparisonTotals.redimension(kTotalsRows, kTotalsColumns);
+    totals_.redimension(kTotalsRows, kTotalsColumns);
     fundsChanged();
     state_.FileChanged = 0;
     manager_.remember(std::move(read));
@@ -217,20 +219,18 @@ class Manager::Change {
   Outcome showRecordList() {
     if (state_.ActiveFund == 0) return Outcome::report({});
     try {
-      return Outcome::report(
-          recordList(database_, state_.ActiveFund, manager_.format_, reports_.ComparisonTotals));
+      return Outcome::report(recordList(database_, state_.ActiveFund, manager_.format_, totals_));
     } catch (const ArithmeticError&) {
       return Outcome::emptied(Message::WrongEntry);
     }
   }
 
   ReportShown showFund(std::int16_t row) {
-    return {Message::None,
-            transactionReport(database_, row, manager_.format_, reports_.ComparisonTotals)};
+    return {Message::None, transactionReport(database_, row, manager_.format_, totals_)};
   }
 
   ReportShown showAllFunds() {
-    return {Message::None, allFundsReport(database_, manager_.format_, reports_.ComparisonTotals)};
+    return {Message::None, allFundsReport(database_, manager_.format_, totals_)};
   }
 
   BoxLeft leavePriceBox(std::int16_t row, std::string_view text) {
@@ -251,26 +251,25 @@ class Manager::Change {
       if (prices.back().isZero()) return Outcome::emptied(Message::MissingPrice);
     }
     try {
-      state_.CVResults = currentValueTable(database_, prices, reports_.ComparisonTotals);
+      state_.CVResults = currentValueTable(database_, prices, totals_);
     } catch (const ArithmeticError&) {
       return Outcome::emptied(Message::WrongEntry);
     }
-    chart_.ChartCount = database_.FundCount;
+    chartCount_ = database_.FundCount;
     return Outcome::report(state_.CVResults);
   }
 
   Message preparePrint(std::string_view header, std::string_view report) {
-    std::string& lines = reports_.ReportLines[2];
-    lines.clear();
-    if (!header.empty()) appendLine(lines, header);
-    lines += report;
+    printed_.clear();
+    if (!header.empty()) appendLine(printed_, header);
+    printed_ += report;
     return Message::None;
   }
 
  private:
   void clearValuation() {
     state_.CVResults.clear();
-    chart_.ChartCount = 0;
+    chartCount_ = 0;
   }
 
   void fundsChanged() {
@@ -290,8 +289,9 @@ class Manager::Change {
   ManagerState& state_;
   Prices& prices_;
   BoxState& boxes_;
-  Reports& reports_;
-  ChartSelectors& chart_;
+  CurrencyTable& totals_;
+  std::string& printed_;
+  std::int16_t& chartCount_;
 };
 
 template <typename Result, typename... Parameters, typename... Arguments>
@@ -299,10 +299,12 @@ Result Manager::attempt(Result failed, Result (Change::*operation)(Parameters...
                         const Arguments&... arguments) noexcept {
   return mirelund::attempt(
       std::move(failed),
-      [&](Held& held, BoxState& boxes, Reports& reports, ChartSelectors& chart) {
-        return (Change(*this, held, boxes, reports, chart).*operation)(arguments...);
+      [&](Held& held, BoxState& boxes, CurrencyTable& totals, std::string& printed,
+          std::int16_t& chartCount) {
+        Change change(*this, held, boxes, totals, printed, chartCount);
+        return (change.*operation)(arguments...);
       },
-      held_, boxes_, reports_, chart_);
+      held_, boxes_, reports_.ComparisonTotals, reports_.ReportLines[2], chart_.ChartCount);
 }
 
 Manager::Manager(BoxState& boxes, Reports& reports, ChartSelectors& chart, FileStore& files)

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
+#include <QThread>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
@@ -78,9 +79,15 @@ bool PQStart::event(QEvent* event) {
 }
 
 bool PQStart::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::Close || QApplication::activeModalWidget() == nullptr)
-    return QWidget::eventFilter(watched, event);
+  if (event->type() != QEvent::Close) return QWidget::eventFilter(watched, event);
+  const bool dialogStands = QApplication::activeModalWidget() != nullptr;
+  // What waited for a dialog goes on in the window, when the dialog's loop is over.
+  constexpr int kOwnLoop = 1;
+  const bool dialogGoes = QThread::currentThread()->loopLevel() > kOwnLoop;
+  if (!dialogStands && !dialogGoes) return QWidget::eventFilter(watched, event);
   event->ignore();
+  constexpr int kSoonMs = 10;
+  if (!dialogStands) QTimer::singleShot(kSoonMs, half_.data(), &QWidget::close);
   return true;
 }
 

@@ -30,7 +30,9 @@ TabGuard::TabGuard(QTabWidget* tabs, BoxFocus* focus) : QObject(tabs), tabs_(tab
 
 bool TabGuard::eventFilter(QObject* watched, QEvent* event) {
   const bool isPress = event->type() == QEvent::MouseButtonPress;
-  if (watched == tabs_->tabBar() && (isPress || event->type() == QEvent::MouseButtonRelease)) {
+  const bool isMouse = isPress || event->type() == QEvent::MouseButtonRelease;
+  // The tabs hear of their own end too, when they are no tabs any more: not to be asked then.
+  if (isMouse && watched == tabs_->tabBar()) {
     const auto* mouse = static_cast<QMouseEvent*>(event);
     const int tab = mouse->button() == Qt::LeftButton ? tabs_->tabBar()->tabAt(mouse->pos()) : -1;
     return isPress ? pressed(tab) : released(tab);

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <memory>
 
 #include "base/file_name.h"
 #include "base/ui_text.h"
@@ -74,8 +75,12 @@ QString DialogPrompts::askPath(QWidget* over, const QString& title, const QStrin
   dialog->setAcceptMode(toOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog->setFileMode(toOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   if (!QFileInfo(initial).isDir()) dialog->selectFile(initial);
-  if (!dialog.wait() || dialog->result() != QDialog::Accepted) return {};
-  return dialog->selectedFiles().value(0);
+  // Keys that come on the heels of the one that accepts still change the name shown,
+  // which nobody has asked about.
+  const auto accepted = std::make_shared<QString>();
+  QObject::connect(dialog.operator->(), &QFileDialog::fileSelected,
+                   [accepted](const QString& path) { *accepted = path; });
+  return dialog.wait() && dialog->result() == QDialog::Accepted ? *accepted : QString();
 }
 
 QString DialogPrompts::askOpenPath(QWidget* over, const QString& title, const QString& initial,

@@ -2,6 +2,8 @@
 // The start window's three buttons, in every way that presses one.
 #include "app/start_window.h"
 
+#include <QEventLoop>
+#include <QPointer>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTimer>
@@ -52,6 +54,33 @@ class StartWindowTest : public QObject {
       QTRY_VERIFY(program.program.start().isVisible());
       QVERIFY(program.isActivated(&program.program.start()));
     }
+  }
+
+  // A dialog that was answered is not over before its loop is, and then its window
+  // is still needed.
+  void aHalfStaysUntilNothingWaitsInIt() {
+    ProgramFixture program;
+    program.click("StartCalc");
+    const QPointer<QWidget> half = program.window("PQInvest");
+    program.prompts.whileTold = [&] {
+      QEventLoop dialog;
+      QTimer::singleShot(0, half, &QWidget::close);
+      QTimer::singleShot(50, &dialog, &QEventLoop::quit);
+      dialog.exec();
+      QVERIFY(half != nullptr);
+    };
+    QEventLoop own;
+    QTimer::singleShot(0, half, [&] {
+      program.click("AllGraphs");
+      QVERIFY(half != nullptr);
+    });
+    QTimer patience;
+    patience.callOnTimeout(&own, &QEventLoop::quit);
+    patience.start(5000);
+    connect(half, &QObject::destroyed, &own, &QEventLoop::quit);
+    own.exec();
+    QCOMPARE(program.prompts.told.size(), 1);
+    QVERIFY(half == nullptr);
   }
 
   void theFocusStartsOnTheFirstButtonAndWalksThem() {

@@ -166,6 +166,23 @@ class FileDialogsTest : public QObject {
     QCOMPARE(open(path(""), {choose}), path("Mine.PQD"));
   }
 
+  // What is typed faster than the dialog goes changes what it shows, and no more.
+  void theNameThatWasAcceptedCounts() {
+    make("Mine.PQD");
+    make("Minex.PQD");
+    const Step hasty = [](QDialog* dialog) {
+      enterName(dialog, "Mine.PQD");
+      type(dialog, "x");
+      QVERIFY(nameOf(dialog)->text() != "Mine.PQD");
+    };
+    QCOMPARE(open(path(""), {hasty}), path("Mine.PQD"));
+    const Step hastyNew = [](QDialog* dialog) {
+      enterName(dialog, "New.PQD");
+      type(dialog, "x");
+    };
+    QCOMPARE(save(path(""), {hastyNew}), path("New.PQD"));
+  }
+
   void startsWithTheFileOfBefore() {
     make("sub/Mine.PQD");
     make("sub/Other.PQD");

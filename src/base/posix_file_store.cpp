@@ -382,10 +382,12 @@ FileFailure PosixFileStore::replace(const std::string& path, std::string_view by
   failure = inspect(calls_, place, target);
   if (failure != FileFailure::None) return failure;
 
+  const std::string beside = folderOf(place);
   removeStale(calls_, place);
   failure = Replacement(calls_, place, target, bytes, expected).run();
   if (failure != FileFailure::None) return failure;
-  const OpenFile folder(calls_, folderOf(place), O_RDONLY | O_DIRECTORY);
+  // The file is there: nothing that could fail comes behind it.
+  const OpenFile folder(calls_, beside, O_RDONLY | O_DIRECTORY);
   if (folder.isOpen()) static_cast<void>(calls_.fsync(folder.number()));
   return FileFailure::None;
 }

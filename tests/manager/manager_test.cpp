@@ -983,6 +983,15 @@ TEST(Manager, KeepsItsTablesInOrder) {
 }
 
 // Whatever is done to the others, of any amounts.
+// No fund is chosen: that is no fund's number, though a record may have it.
+TEST_F(ManagerTest, FindsNoRecordOfFundZeroWithoutAFund) {
+  write(folder.file("Zero.PQD"),
+        "1,1,\"All Records\",\"31\"\r\n\"Alder\",\"1\"\r\n"
+        "0,10,100,50,0,1050,\"B\",#2019-01-02#\r\n");
+  ASSERT_EQ(manager.OpenDatabase(folder.file("Zero.PQD")), Message::None);
+  EXPECT_EQ(manager.checkRecordNumber("1"), Message::NotARecord);
+}
+
 TEST(Manager, LeavesTheRecordsOfUnknownFundsAlone) {
   checkReaching({{"others", 0.5}}, [](Reached& reached) {
     const Folder folder;

@@ -66,7 +66,10 @@ void PQStart::StartExit_Click() {
 }
 
 PQStart::~PQStart() {
-  if (half_ != nullptr) half_->disconnect(this);
+  if (half_ == nullptr) return;
+  half_->disconnect(this);
+  // Hidden while it is whole: what loses the focus may be heard by its pages.
+  half_->hide();
   delete half_.data();
 }
 

@@ -54,11 +54,11 @@ QPushButton* PQStart::addButton(const char* name, const QString& caption,
 }
 
 void PQStart::StartCalc_Click() {
-  openInstead(windows_.calculations());
+  openInstead(windows_.calculations);
 }
 
 void PQStart::StartStockMgmt_Click() {
-  openInstead(windows_.manager());
+  openInstead(windows_.manager);
 }
 
 void PQStart::StartExit_Click() {
@@ -94,7 +94,10 @@ bool PQStart::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
-void PQStart::openInstead(QWidget* window) {
+void PQStart::openInstead(const std::function<QWidget*()>& make) {
+  // Two mnemonics in one go are two clicks, the second on a window that is gone.
+  if (half_ != nullptr) return;
+  QWidget* const window = make();
   half_ = window;
   window->installEventFilter(this);
   window->setAttribute(Qt::WA_DeleteOnClose);

@@ -37,7 +37,7 @@ class PQStart : public QWidget {
   void StartExit_Click();
 
   QPushButton* addButton(const char* name, const QString& caption, const QKeySequence& mnemonic);
-  void openInstead(QWidget* window);
+  void openInstead(const std::function<QWidget*()>& make);
 
   Windows windows_;
   QPointer<QWidget> half_;

@@ -7,6 +7,7 @@
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTimer>
+#include <QWindow>
 
 #include "app/pressing.h"
 #include "ui_testing.h"
@@ -81,6 +82,18 @@ class StartWindowTest : public QObject {
     own.exec();
     QCOMPARE(program.prompts.told.size(), 1);
     QVERIFY(half == nullptr);
+  }
+
+  void twoChordsInOneGoOpenOneHalf() {
+    ProgramFixture program;
+    QWindow* start = program.program.start().windowHandle();
+    QTest::keyClick(start, Qt::Key_C, Qt::AltModifier);
+    QTest::keyClick(start, Qt::Key_I, Qt::AltModifier);
+    QTRY_VERIFY(program.window("PQInvest") != nullptr);
+    constexpr int kUntilBothClicksCame = 300;
+    QTest::qWait(kUntilBothClicksCame);
+    QVERIFY(program.window("PQInvest") != nullptr);
+    QVERIFY(program.window("PQManagement") == nullptr);
   }
 
   void theFocusStartsOnTheFirstButtonAndWalksThem() {

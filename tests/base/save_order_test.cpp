@@ -37,7 +37,7 @@ class SaveOrder : public testing::TestWithParam<Way> {
   }
   // What the first such call fails with, when something else has been done before it.
   void atFirst(std::string call, std::function<void()> happens) {
-    calls.failing = [this, call = std::move(call), happens = std::move(happens),
+    calls.failing = [call = std::move(call), happens = std::move(happens),
                      happened = false](const std::string& made) mutable {
       if (!happened && made.starts_with(call)) {
         happened = true;

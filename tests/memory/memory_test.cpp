@@ -43,15 +43,16 @@ Refusal refusal;
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined: a compiler that sees malloc and free takes them for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) {
   void* const room = refusal.refuses() ? nullptr : std::malloc(size == 0 ? 1 : size);
   if (room == nullptr) throw std::bad_alloc();
   return room;
 }
-void operator delete(void* room) noexcept {
+[[gnu::noinline]] void operator delete(void* room) noexcept {
   std::free(room);
 }
-void operator delete(void* room, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* room, std::size_t) noexcept {
   std::free(room);
 }
 

@@ -75,9 +75,10 @@ PQStart::~PQStart() {
 
 bool PQStart::event(QEvent* event) {
   const bool done = QWidget::event(event);
-  // When it is seen, and not before.
+  // When it has been seen, and not before.
+  constexpr int kSeenMs = 50;
   if (event->type() == QEvent::Paint && !std::exchange(warm_, true))
-    QTimer::singleShot(0, this, warmUp);
+    QTimer::singleShot(kSeenMs, this, warmUp);
   return done;
 }
 

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Clicks that come late, windows that are to close under their dialogs, and the net
-// under what nobody foresaw.
+// Clicks that come late, and windows that are to close under their dialogs.
 #include "application.h"
 
 #include <QButtonGroup>
 #include <QRadioButton>
-#include <stdexcept>
 
 #include "program/real_program.h"
 
@@ -16,23 +14,6 @@ namespace {
 // A mnemonic's click comes 100 ms after its key.
 constexpr int kClickIsDue = 250;
 
-class Thrower : public QWidget {
- public:
-  bool event(QEvent* event) override {
-    if (event->type() == QEvent::User) throw std::runtime_error("nobody foresaw it");
-    return QWidget::event(event);
-  }
-  void paintEvent(QPaintEvent* /*event*/) override {
-    ++painted;
-    throw std::runtime_error("nor this");
-  }
-  int painted = 0;
-};
-
-Application& application() {
-  return *static_cast<Application*>(qApp);
-}
-
 }  // namespace
 
 class ApplicationTest : public QObject {
@@ -41,10 +22,6 @@ class ApplicationTest : public QObject {
   static void chord(QWidget* window, Qt::Key key) { QTest::keyClick(window, key, Qt::AltModifier); }
 
  private slots:
-  void cleanup() {
-    application().setFailureTeller([] {});
-  }
-
   void aLateExitClosesNoWindowUnderADialog_data() {
     QTest::addColumn<QString>("start");
     QTest::addColumn<QString>("half");
@@ -150,62 +127,6 @@ class ApplicationTest : public QObject {
     // In its own window it works.
     days->animateClick();
     QTRY_VERIFY(days->isChecked());
-  }
-
-  void whatIsThrownIsToldFromTheLoopAndNeverTwiceAtOnce() {
-    Thrower thrower;
-    int told = 0;
-    const auto fail = [&] {
-      QEvent event(QEvent::User);
-      QCoreApplication::sendEvent(&thrower, &event);
-    };
-    application().setFailureTeller([&] {
-      ++told;
-      fail();
-      QTest::qWait(50);
-    });
-    fail();
-    fail();
-    QCOMPARE(told, 0);
-    QTest::qWait(100);
-    QCOMPARE(told, 1);
-    fail();
-    QTRY_COMPARE(told, 2);
-  }
-
-  void whatCannotBePaintedIsToldOnce() {
-    int told = 0;
-    application().setFailureTeller([&] { ++told; });
-    Thrower thrower;
-    thrower.show();
-    QTRY_COMPARE(told, 1);
-    const int before = thrower.painted;
-    thrower.update();
-    QTRY_VERIFY(thrower.painted > before);
-    QTest::qWait(20);
-    QCOMPARE(told, 1);
-  }
-
-  void aHandlerThatThrowsIsNotTheEnd() {
-    RealProgram program;
-    program.openCalculations();
-    application().setFailureTeller(
-        [&] { program.prompts.tell(QApplication::activeWindow(), Message::WrongEntry); });
-    auto* exit = ProgramFixture::find<QPushButton>("HowToUse");
-    connect(exit, &QPushButton::clicked, [] { throw std::bad_alloc(); });
-    play(
-        [] {
-          ProgramFixture::click("HowToUse");
-          QTest::qWait(50);
-        },
-        {[](QDialog* over) {
-          QCOMPARE(over->objectName(), "AMsgbox");
-          press(over, Qt::Key_Return);
-        }});
-    // And goes on.
-    QVERIFY(!ProgramFixture::results().isEmpty());
-    ProgramFixture::click("ClearResults");
-    QCOMPARE(ProgramFixture::results(), "");
   }
 };
 

@@ -33,6 +33,8 @@ PQStart::PQStart(Windows windows) : windows_(std::move(windows)) {
   connect(calculations, &QPushButton::clicked, this, &PQStart::StartCalc_Click);
   connect(manager, &QPushButton::clicked, this, &PQStart::StartStockMgmt_Click);
   connect(exit, &QPushButton::clicked, this, &PQStart::StartExit_Click);
+  makeWhileHeld(calculations, windows_.calculations);
+  makeWhileHeld(manager, windows_.manager);
   manager->setEnabled(static_cast<bool>(windows_.manager));
   calculations->setFocus();
 
@@ -95,10 +97,24 @@ bool PQStart::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
-void PQStart::openInstead(const std::function<QWidget*()>& make) {
+void PQStart::makeWhileHeld(QPushButton* button, const Make& make) {
+  connect(button, &QPushButton::pressed, this, [this, button, &make] {
+    // When the button has been seen to go down.
+    QTimer::singleShot(0, this, [this, button, &make] {
+      if (!button->isDown() || half_ != nullptr) return;
+      ready_ = {&make, std::unique_ptr<QWidget>(make())};
+      ready_.window->grab();  // its texts and lists are measured
+    });
+  });
+  // Let go beside the button, there is no click.
+  connect(button, &QPushButton::released, this,
+          [this] { QTimer::singleShot(0, this, [this] { ready_ = {}; }); });
+}
+
+void PQStart::openInstead(const Make& make) {
   // Two mnemonics in one go are two clicks, the second on a window that is gone.
   if (half_ != nullptr) return;
-  QWidget* const window = make();
+  QWidget* const window = ready_.make == &make ? ready_.window.release() : make();
   half_ = window;
   window->installEventFilter(this);
   window->setAttribute(Qt::WA_DeleteOnClose);

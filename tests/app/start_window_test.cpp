@@ -57,6 +57,48 @@ class StartWindowTest : public QObject {
     }
   }
 
+  void aHalfIsMadeWhileItsButtonIsHeld_data() {
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("opens");
+    QTest::newRow("Calculations") << "StartCalc"
+                                  << "PQInvest";
+    QTest::newRow("Investment manager") << "StartStockMgmt"
+                                        << "PQManagement";
+  }
+
+  void aHalfIsMadeWhileItsButtonIsHeld() {
+    QFETCH(QString, button);
+    QFETCH(QString, opens);
+    ProgramFixture program;
+    const auto made = [&] {
+      QWidget* found = nullptr;
+      for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->objectName() == opens) found = window;
+      return found;
+    };
+    auto* held = program.find<QPushButton>(button.toLatin1());
+    QTest::mousePress(held, Qt::LeftButton);
+    QTRY_VERIFY(made() != nullptr);
+    QVERIFY(!made()->isVisible());
+    QVERIFY(program.program.start().isVisible());
+
+    // Let go beside it, nothing was asked for.
+    QTest::mouseMove(held, QPoint(-20, -20));
+    QTest::mouseRelease(held, Qt::LeftButton, {}, QPoint(-20, -20));
+    QTRY_VERIFY(made() == nullptr);
+    QVERIFY(program.program.start().isVisible());
+
+    QTest::mousePress(held, Qt::LeftButton);
+    QTRY_VERIFY(made() != nullptr);
+    const QPointer<QWidget> half = made();
+    QTest::mouseRelease(held, Qt::LeftButton);
+    QVERIFY(half != nullptr);
+    QTRY_VERIFY(half->isVisible());
+    QVERIFY(!program.program.start().isVisible());
+    QCoreApplication::processEvents();
+    QCOMPARE(made(), half.data());
+  }
+
   // A dialog that was answered is not over before its loop is, and then its window
   // is still needed.
   void aHalfStaysUntilNothingWaitsInIt() {

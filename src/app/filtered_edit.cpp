@@ -74,6 +74,7 @@ void FilteredEdit::setGreen(bool green) {
   QPalette colors = palette();
   colors.setColor(QPalette::Base, green ? kInputGreen : QColor(Qt::white));
   colors.setColor(QPalette::Text, Qt::black);
+  colors.setColor(QPalette::PlaceholderText, kPlaceholderGray);
   setPalette(colors);
 }
 
@@ -157,6 +158,14 @@ void FilteredEdit::contextMenuEvent(QContextMenuEvent* event) {
     connect(action, &QAction::triggered, this, [this] { pasteFrom(QClipboard::Clipboard); });
   }
   menu->popup(event->globalPos());
+}
+
+void FilteredEdit::dragEnterEvent(QDragEnterEvent* event) {
+  // A file is the window's, if anybody's.
+  if (event->mimeData()->hasUrls())
+    event->ignore();
+  else
+    QLineEdit::dragEnterEvent(event);
 }
 
 void FilteredEdit::dropEvent(QDropEvent* event) {

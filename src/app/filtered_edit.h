@@ -11,6 +11,8 @@ namespace mirelund {
 
 /// The colour of whatever takes input.
 inline constexpr QColor kInputGreen(128, 255, 128);
+/// Of what such a box says while it is empty, 6 to 1 on the green.
+inline constexpr QColor kPlaceholderGray(64, 64, 64);
 
 /// Typed keys, pasted, dropped and composed text all pass the same filter; the
 /// first key after the value was stored replaces the whole content. Enter is not
@@ -58,6 +60,7 @@ class FilteredEdit : public QLineEdit {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
 

@@ -2,6 +2,7 @@
 #include "manager/entry_page.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 
@@ -19,6 +20,9 @@ constexpr int kListColumns = 96;
 constexpr int kDateCharacters = 14;
 constexpr int kAmountCharacters = 18;
 constexpr char kNoTypeText[] = "Click dn/arrow for types";
+constexpr char kToBegin[] =
+    "To begin, add a fund name, choose a transaction type and type the row.\n"
+    "Or open a database on the Open file page: the sample is there to look around.";
 
 // Green and enabled, or neither. A palette is only set when it changes: it costs.
 void showUse(FilteredEdit* box, bool used) {
@@ -48,7 +52,11 @@ void EntryPage::makeFundRow() {
   row->addWidget(EFunds_);
   ECreateFund_ = addButton(row, "ECreateFund", toQString(kFundNameCaption), this,
                            &EntryPage::ECreateFund_Click);
-  row->addStretch();
+  ECorrecting_ = new QLabel(this);
+  ECorrecting_->setObjectName("ECorrecting");
+  // Half a line is better than a wider window.
+  ECorrecting_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  row->addWidget(ECorrecting_, 1);
   column()->addLayout(row);
   connect(EFunds_, &DropDown::activated, this, &EntryPage::EFunds_Click);
   connect(EFunds_, &DropDown::keyDown, this, &EntryPage::EFunds_KeyDown);
@@ -57,8 +65,10 @@ void EntryPage::makeFundRow() {
 void EntryPage::makeEntryRow() {
   auto* grid = new QGridLayout;
   ETransType_ = new DropDown("ETransType", kNoTypeText, this);
-  for (const TransactionType& type : transactionTypes())
+  for (const TransactionType& type : transactionTypes()) {
     ETransType_->addItem(toQString(type.listText));
+    ETransType_->setItemData(ETransType_->count() - 1, toQString(type.hint), Qt::ToolTipRole);
+  }
   connect(ETransType_, &DropDown::activated, this, &EntryPage::ETransType_Click);
   connect(ETransType_, &DropDown::keyDown, this, &EntryPage::ETransType_KeyDown);
   grid->addWidget(addLabel("Transaction type", ETransType_), 0, 0);
@@ -81,6 +91,7 @@ FilteredEdit* EntryPage::makeBox(const EntryBoxRule& rule) {
     box = new DateEdit(
         host().global().boxes,
         [this](std::string_view text) { return manager().leaveDateBox(text); }, this);
+    box->setPlaceholderText(toQString(formText(manager().dateFormat())));
   } else {
     box = new AmountEdit(
         host().global().boxes,
@@ -163,6 +174,7 @@ void EntryPage::fillFunds() {
     for (const std::string& name : manager().fundNames()) EFunds_->addItem(toQString(name));
   }
   EFunds_->setCurrentIndex(state.ActiveFundRow - 1);
+  report()->setPlaceholderText(EFunds_->count() == 0 ? kToBegin : "");
 }
 
 // --- the entry row --------------------------------------------------------------
@@ -192,6 +204,16 @@ void EntryPage::enterPressedIn(EntryBox box) {
     EAddaRec_->click();
 }
 
+void EntryPage::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Escape || manager().state().CorrectingRecord == 0)
+    return ReportPage::keyPressEvent(event);
+  // What was typed is given up, and need not be right.
+  const Outcome outcome = manager().chooseFund(manager().state().ActiveFundRow);
+  showRow();
+  ETransType_->setFocus(Qt::OtherFocusReason);
+  show(outcome);
+}
+
 void EntryPage::showRow() {
   const ManagerState& state = manager().state();
   const TransactionType* type = state.entry.type;
@@ -199,6 +221,7 @@ void EntryPage::showRow() {
   for (QWidget* locked : {static_cast<QWidget*>(EFunds_), static_cast<QWidget*>(ECreateFund_),
                           static_cast<QWidget*>(ETransType_)})
     locked->setEnabled(!correcting);
+  ECorrecting_->setText(toQString(manager().correctingText()));
   ETransType_->setCurrentIndex(
       type == nullptr ? -1 : static_cast<int>(type - transactionTypes().data()));
   for (const EntryBoxRule& rule : kEntryRow) {

@@ -22,6 +22,8 @@ class EntryPage : public ReportPage {
 
  protected:
   void restoreReport() override;
+  /// Escape gives a correction up.
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   void EFunds_Click(int index);
@@ -54,6 +56,7 @@ class EntryPage : public ReportPage {
   DropDown* ETransType_;
   std::array<FilteredEdit*, kEntryBoxes> edits_{};
   QPushButton* EAddaRec_;
+  QLabel* ECorrecting_;
   std::uint32_t fundsShown_ = 0;
 };
 

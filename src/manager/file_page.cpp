@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "manager/file_page.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QLabel>
 
@@ -12,7 +14,13 @@ namespace mirelund {
 
 namespace {
 constexpr int kTextCharacters = 76;
+
+// Beside the program's folder, where it is installed and where it is built.
+QString samplePath() {
+  return QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                         "/../share/mirelund/DtaSampl.PQD");
 }
+}  // namespace
 
 void FilePage::addTexts(const Look& look) {
   auto* title = new QLabel(look.title, this);
@@ -42,6 +50,8 @@ void FilePage::addEnd(QHBoxLayout* row, const Look& look) {
   column()->addStretch();
 }
 
+void FilePage::addButtons(QHBoxLayout*) {}
+
 void FilePage::setDone(const QString& text) {
   done_->setText(text);
 }
@@ -54,29 +64,57 @@ void FilePage::shown() {
 
 OpenPage::OpenPage(ManagerHost& host) : FilePage(host) {
   make({"Open a database from disk",
-        "Choose a file whose name ends in .PQD. Its funds and records take the place of those "
-        "in memory; if these have changed since they were saved, you are asked first.\n\n"
+        "A .PQD file is a database of this program: one text file with the names of the funds and "
+        "a line for each record, which you can copy and keep like any other.\n\n"
+        "Choose a file whose name ends in .PQD, or drop it on this window. Its funds and records "
+        "take the place of those in memory; if these have changed since they were saved, you are "
+        "asked first.\n\n"
         "A file that is not exactly a database is refused, and what is in memory stays as it "
         "is.\n\n"
-        "To look around, open the sample database DtaSampl.PQD. To start a database of your "
+        "To look around, open the sample database; saving it asks for a name of your own. To start "
+        "a database of your "
         "own, go to the Data entry page and add a fund name.",
         "OFOpen", "Choose a &file...", "OFExit", "OFDone"},
        this, &OpenPage::OFOpen_Click, &OpenPage::OFExit_Click);
 }
 
-void OpenPage::OFOpen_Click() {
+void OpenPage::addButtons(QHBoxLayout* row) {
+  addButton(row, "OFSample", "Open the s&ample", this, &OpenPage::OFSample_Click);
+}
+
+bool OpenPage::mayReplace() {
   host().leaveFocused();
-  if (!host().mayDiscard()) return;
+  return host().mayDiscard();
+}
+
+void OpenPage::OFOpen_Click() {
+  if (!mayReplace()) return;
   manager().setFileDialog(FileDialog::Opening);
   const QString path = host().prompts().askOpenPath(host().over(), "Open database",
                                                     fromPathBytes(manager().state().DatabasePath),
                                                     toQString(kFileFilter));
   if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
+  load(path);
+}
+
+void OpenPage::open(const QString& path) {
+  if (mayReplace()) load(path);
+}
+
+void OpenPage::load(const QString& path) {
   Message refused = Message::None;
   {
     const BusyPointer busy;
     refused = manager().OpenDatabase(toPathBytes(path));
   }
+  show(refused);
+}
+
+void OpenPage::OFSample_Click() {
+  if (mayReplace()) show(manager().openSample(toPathBytes(samplePath())));
+}
+
+void OpenPage::show(Message refused) {
   host().showCounters();
   if (refused != Message::None) return host().tell(refused);
   host().showEntryPage();

@@ -34,10 +34,14 @@ class FilePage : public ManagerPage {
     addTexts(look);
     auto* row = new QHBoxLayout;
     start_ = addButton(row, look.button, look.caption, page, started);
+    addButtons(row);
     row->addStretch();
     addButton(row, look.exit, "E&xit to menu", page, left);
     addEnd(row, look);
   }
+
+  /// More to begin with, behind the first button.
+  virtual void addButtons(QHBoxLayout* row);
 
   void setDone(const QString& text);
 
@@ -56,10 +60,18 @@ class OpenPage : public FilePage {
  public:
   explicit OpenPage(ManagerHost& host);
   void start() override { OFOpen_Click(); }
+  /// The same with a path at hand.
+  void open(const QString& path);
 
  private:
   void OFOpen_Click();
+  void OFSample_Click();
   void OFExit_Click();
+  void addButtons(QHBoxLayout* row) override;
+  /// Leaves the box in focus; false where what is unsaved is to stay.
+  bool mayReplace();
+  void load(const QString& path);
+  void show(Message refused);
 };
 
 /// SaveDatabase: the database in memory is written to a file.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "manager/manager.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/attempt.h"
@@ -100,6 +101,12 @@ class Manager::Change {
     state_.FileChanged = 0;
     manager_.remember(std::move(read));
     return Message::None;
+  }
+
+  Message openSample(const std::string& path) {
+    const Message refused = OpenDatabase(path);
+    if (refused == Message::None) state_.DatabasePath.clear();
+    return refused;
   }
 
   Saved SaveDatabase(const std::string& path, Replacing replacing) {
@@ -356,6 +363,11 @@ Message Manager::OpenDatabase(const std::string& path) noexcept {
   return attempt(Message::CannotOpen, &Change::OpenDatabase, path);
 }
 
+Message Manager::openSample(const std::string& path) noexcept {
+  held_.state.FileDialogMode = FileDialog::Idle;
+  return attempt(Message::CannotOpen, &Change::openSample, path);
+}
+
 Message Manager::checkSave() const noexcept {
   return held_.database.RecordCount == 0 ? Message::NoRecords : Message::None;
 }
@@ -421,6 +433,17 @@ Message Manager::correctRecord(std::string_view fundText, std::string_view numbe
 std::string Manager::correctingDateText() const {
   const auto row = static_cast<std::size_t>(held_.state.CorrectingRecord);
   return row == 0 ? std::string() : formatDate(held_.database.RecordTable[row].date, format_);
+}
+
+std::string Manager::correctingText() const {
+  const auto row = static_cast<std::size_t>(held_.state.CorrectingRecord);
+  if (row == 0) return {};
+  const auto upTo = held_.database.records().first(row);
+  const auto number = std::count_if(upTo.begin(), upTo.end(), [&](const Record& record) {
+    return record.fund == upTo.back().fund;
+  });
+  return "Correcting record " + std::to_string(number) +
+         ": Add Record stores it, Escape leaves it as it is.";
 }
 
 DeleteAsked Manager::askDelete(std::string_view fundText) noexcept {

@@ -129,6 +129,10 @@ class Manager {
   /// a data file; the database in memory is whole then, as before.
   Message OpenDatabase(const std::string& path) noexcept;
 
+  /// The same, of a file that is not the person's own: it leaves its name and no
+  /// path, so that saving asks for one.
+  Message openSample(const std::string& path) noexcept;
+
   /// Message 15 when there is nothing to save: asked before the dialog.
   Message checkSave() const noexcept;
 
@@ -186,6 +190,10 @@ class Manager {
   Message correctRecord(std::string_view fundText, std::string_view number) noexcept;
   /// The date to show in EInDate after correctRecord.
   std::string correctingDateText() const;
+
+  /// Which record is being corrected, by its number in the fund's list, and the two
+  /// ways out; empty when none is.
+  std::string correctingText() const;
 
   /// EDelRec, first step: cancels a correction.
   DeleteAsked askDelete(std::string_view fundText) noexcept;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "manager/manager_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QMimeData>
 #include <QScreen>
 #include <QSessionManager>
 #include <QTabBar>
@@ -25,6 +28,7 @@ namespace mirelund {
 
 namespace {
 
+constexpr int kOpenPage = 0;
 constexpr int kEntryPage = 1;
 // What the window has to spare when it opens, in lines.
 constexpr int kSpareLines = 10;
@@ -34,6 +38,14 @@ constexpr char kHeaderPrompt[] = "Type in one line header information.";
 template <typename Page>
 ManagerPage* make(ManagerHost& host) {
   return new Page(host);
+}
+
+// The one data file that is dragged; empty where it is anything else.
+QString databaseIn(const QMimeData& dragged) {
+  const QList<QUrl> urls = dragged.urls();
+  if (urls.size() != 1) return {};
+  const QString path = urls.first().toLocalFile();
+  return path.endsWith(".PQD", Qt::CaseInsensitive) ? path : QString();
 }
 
 struct PageEntry {
@@ -60,6 +72,7 @@ PQManagement::PQManagement(const Parts& parts)
       boxFocus_(new BoxFocus(this, [this](Message message) { tell(message); })) {
   setObjectName("PQManagement");
   setWindowTitle("Investment manager");
+  setAcceptDrops(true);
   manager_.setDateFormat(shortDateFormat(dateLocale()));
   manager_.DiscardDatabase();
   auto* layout = new QVBoxLayout(this);
@@ -138,6 +151,19 @@ void PQManagement::Form_QueryUnload(QCloseEvent* event) {
   leaveFocused();
   event->setAccepted(mayDiscard());
   if (event->isAccepted()) manager_.DiscardDatabase();
+}
+
+void PQManagement::dragEnterEvent(QDragEnterEvent* event) {
+  if (!databaseIn(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void PQManagement::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  // The program that it comes from waits until the drop is over.
+  QTimer::singleShot(0, this, [this, path = databaseIn(*event->mimeData())] {
+    if (QApplication::activeModalWidget() == nullptr)
+      qobject_cast<OpenPage*>(page(kOpenPage))->open(path);
+  });
 }
 
 bool PQManagement::keepsSession(const std::function<bool()>& mayAsk) {

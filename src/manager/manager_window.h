@@ -44,6 +44,9 @@ class PQManagement : public QWidget, private ManagerHost {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  /// A data file is opened where it is dropped.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void Form_Load();

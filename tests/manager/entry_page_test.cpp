@@ -377,6 +377,47 @@ class EntryPageTest : public QObject {
     QVERIFY(!program.box("EInDate")->isVisible());
   }
 
+  void aCorrectionShows() {
+    ManagerFixture program;
+    program.openFile(kTwoFunds);
+    program.choose("EFunds", 1);
+    const auto ground = [&](const char* list) {
+      return program.list(list)->grab().toImage().pixelColor(6, 6);
+    };
+    const QColor open = ground("EFunds");
+    QCOMPARE(ground("ETransType"), open);
+    QCOMPARE(program.label("ECorrecting"), "");
+    program.prompts.numbers = {2};
+    program.click("ECorrectRec");
+    QCOMPARE(program.label("ECorrecting"),
+             "Correcting record 2: Add Record stores it, Escape leaves it as it is.");
+    for (const char* list : {"EFunds", "ETransType"}) {
+      // No longer green, and what is chosen can be read.
+      const QColor locked = ground(list);
+      QVERIFY(locked != open);
+      QVERIFY(std::abs(locked.red() - locked.green()) < 16);
+    }
+    // Half typed, it is given up without a word.
+    program.type("EInDate", "13/13/");
+    program.key(Qt::Key_Escape);
+    QCOMPARE(program.prompts.told, QList<int>{});
+    QCOMPARE(program.label("ECorrecting"), "");
+    QCOMPARE(ground("EFunds"), open);
+    QCOMPARE(ground("ETransType"), open);
+    QVERIFY(!program.box("EInDate")->isVisible());
+    QCOMPARE(program.list("EFunds")->currentText(), "Birch");
+    QCOMPARE(program.list("ETransType")->currentIndex(), -1);
+    QVERIFY(program.find("ETransType")->hasFocus());
+    QVERIFY(program.text("EResults").contains("20.0000     50.0000"));
+    program.record(kFeeCash, "1/1/2021", {"3"});
+    QCOMPARE(program.label("ENumRec"), "Records: 5");
+    // Without a correction Escape does nothing.
+    program.choose("ETransType", kFeeCash);
+    program.type("EInDate", "1/2/2021");
+    program.key(Qt::Key_Escape);
+    QCOMPARE(program.box("EInDate")->text(), "1/2/2021");
+  }
+
   void aCorrectionIsCancelled_data() {
     QTest::addColumn<QString>("way");
     for (const char* way : {"delete", "page", "file"}) QTest::newRow(way) << way;

@@ -215,6 +215,8 @@ TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {
   EXPECT_EQ(manager.state().CorrectingRecord, 4);
   EXPECT_EQ(manager.state().entry.type->listText, "Sold");
   EXPECT_EQ(manager.correctingDateText(), "1/4/2001");
+  EXPECT_EQ(manager.correctingText(),
+            "Correcting record 2: Add Record stores it, Escape leaves it as it is.");
   EXPECT_EQ(manager.valueText(EntryBox::Price), "4.0000");
   EXPECT_EQ(manager.valueText(EntryBox::Shares), "4.0000");  // positive again
   EXPECT_EQ(manager.valueText(EntryBox::Fees), "1.0000");
@@ -231,6 +233,7 @@ TEST_F(ManagerTest, CorrectionFindsTheRecordByItsNumberInTheFundsList) {
   type(EntryBox::Shares, "5");
   EXPECT_EQ(manager.addRecord("12/31/2000", "Birch").message, Message::None);
   EXPECT_EQ(manager.state().CorrectingRecord, 0);
+  EXPECT_EQ(manager.correctingText(), "");
   EXPECT_EQ(manager.recordsText(), "Records: 4");
   EXPECT_EQ(record(1).type, 'S');
   EXPECT_EQ(record(1).shares, money(-5));
@@ -391,6 +394,27 @@ TEST_F(ManagerTest, SavesAndOpensByteForByte) {
   EXPECT_EQ(manager.OpenDatabase(path), Message::None);
   EXPECT_EQ(manager.database(), saved);
   EXPECT_EQ(manager.state().FileChanged, 0);
+}
+
+TEST_F(ManagerTest, TheSampleLeavesNoPathToSaveUnder) {
+  addFund("Amber");
+  EXPECT_EQ(add('B', "1/2/2001", "10", "100"), Message::None);
+  const std::string path = folder.file("Sample.PQD");
+  EXPECT_EQ(manager.SaveDatabase(path).message, Message::None);
+  const Database saved = manager.database();
+  manager.DiscardDatabase();
+  manager.setFileDialog(FileDialog::Cancelled);
+  EXPECT_EQ(manager.openSample(path), Message::None);
+  EXPECT_EQ(manager.state().FileDialogMode, FileDialog::Idle);
+  EXPECT_EQ(manager.database(), saved);
+  EXPECT_EQ(manager.databaseText(), "Database: Sample.PQD");
+  EXPECT_EQ(manager.state().DatabasePath, "");
+  EXPECT_EQ(manager.state().FileChanged, 0);
+
+  EXPECT_EQ(manager.SaveDatabase(path).message, Message::None);
+  EXPECT_EQ(manager.openSample(folder.file("Missing.PQD")), Message::CannotOpen);
+  EXPECT_EQ(manager.state().DatabasePath, path);
+  EXPECT_EQ(manager.database(), saved);
 }
 
 TEST_F(ManagerTest, ADialogThatIsDoneLeavesTheModeIdle) {

@@ -226,6 +226,7 @@ TEST(Memory, ThatLacksLeavesTheManagerAsItWas) {
   };
   refuse("discard", kThree, [](World& w) { return w.manager.DiscardDatabase(); });
   refuse("open", Message::CannotOpen, [](World& w) { return w.manager.OpenDatabase(kOther); });
+  refuse("sample", Message::CannotOpen, [](World& w) { return w.manager.openSample(kOther); });
   refuse("save", Message::CannotSave, [](World& w) { return w.manager.SaveDatabase(kPath); });
   refuse("save elsewhere", Message::CannotSave,
          [](World& w) { return w.manager.SaveDatabase(kElsewhere); });

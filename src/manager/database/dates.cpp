@@ -146,6 +146,15 @@ ShortDateFormat shortDateFormat(std::string_view pattern) {
   return format;
 }
 
+std::string formText(const ShortDateFormat& format) {
+  std::string text;
+  for (const DatePart part : format.order) {
+    if (!text.empty()) text += format.separator;
+    text += part == DatePart::Day ? "dd" : part == DatePart::Month ? "mm" : "yyyy";
+  }
+  return text;
+}
+
 std::string formatDate(Date date, const ShortDateFormat& format) {
   std::array<char, kDateWidth> room;
   char* const end = room.data() + room.size();

@@ -80,6 +80,9 @@ inline constexpr std::size_t kDateWidth = 10;
 /// so in front of the date.
 char* writeDate(char* end, Date date, const ShortDateFormat& format);
 
+/// The short form as one writes about it: "mm/dd/yyyy".
+std::string formText(const ShortDateFormat& format);
+
 /// The date in the short form.
 std::string formatDate(Date date, const ShortDateFormat& format);
 

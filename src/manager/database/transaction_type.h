@@ -36,6 +36,7 @@ struct TransactionType {
   bool isDividendShares;  ///< the shares stand in the dividend shares column too
   bool bringsProceeds;    ///< a sale: left out of the book value without sales
   BookRule book;
+  std::string_view hint;  ///< what it is for, in a sentence
 
   constexpr Need need(EntryBox box) const { return needs[static_cast<std::size_t>(box)]; }
 };

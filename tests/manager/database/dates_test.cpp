@@ -179,6 +179,12 @@ RC_GTEST_PROP(ParseDate, ReadsWhatIsShown, ()) {
   RC_ASSERT(column == std::string(10 - text.size(), ' ') + text);
 }
 
+TEST(ShortDateFormat, HasATextOfItsOwn) {
+  EXPECT_EQ(formText({}), "mm/dd/yyyy");
+  EXPECT_EQ(formText(shortDateFormat("dd.MM.yy")), "dd.mm.yyyy");
+  EXPECT_EQ(formText(shortDateFormat("yyyy-MM-dd")), "yyyy-mm-dd");
+}
+
 TEST(DateKey, OnlyDigitsAndSeparatorsPass) {
   for (const char c : std::string("0123456789/.- \b")) EXPECT_TRUE(isDateKey(c)) << c;
   for (const char c : std::string("aZ,:\"#+\t\r\x7f\xe9")) EXPECT_FALSE(isDateKey(c)) << c;

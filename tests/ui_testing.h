@@ -51,6 +51,9 @@ class FakePrompts : public Prompts {
   std::deque<int> numbers;    // no more numbers: cancelled
   std::deque<QString> paths;  // no more paths: cancelled
   QStringList initialPaths;
+  QStringList informed;  // titles and texts
+  QStringList browsed;   // pages opened
+  bool hasBrowser = true;
   std::function<void()> whileTold;  // what a dialog of its own would do meanwhile
   std::function<void()> whileWarned;
   QList<QWidget*> over;
@@ -64,6 +67,14 @@ class FakePrompts : public Prompts {
     over << parent;
     warned << text;
     if (whileWarned) whileWarned();
+  }
+  void inform(QWidget* parent, const QString& title, const QString& text) override {
+    over << parent;
+    informed << title << text;
+  }
+  bool browse(const QString& path) override {
+    browsed << path;
+    return hasBrowser;
   }
   bool confirm(QWidget* parent, const QString& text, const QString& /*accept*/) override {
     over << parent;

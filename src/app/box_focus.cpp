@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QEvent>
+#include <QMenuBar>
 #include <QScopedValueRollback>
 #include <QTimer>
 #include <utility>
@@ -29,6 +30,7 @@ BoxFocus::BoxFocus(QWidget* window, std::function<void(Message)> tell)
 
 void BoxFocus::follow(QWidget* now) {
   if (now == nullptr || now == inside_ || now->window() != window_) return;
+  if (qobject_cast<QMenuBar*>(now) != nullptr) return;
   const QPointer<QWidget> before = std::exchange(inside_, now);
   if (before != nullptr) leave(before);
   // What a leave told may have moved the focus on.

@@ -16,9 +16,9 @@ namespace mirelund {
 
 /// Enters and leaves the boxes of a window as the focus moves among its
 /// controls. Another window or a dialog that takes the focus for a while is no
-/// leave. What a box has to tell when it is left is told at once or, where a mouse
-/// button is down, when it is released: a dialog in between would swallow the click.
-/// What was clicked takes effect after that, unless the box's value was refused.
+/// leave, nor is the menu bar. What a box has to tell when it is left is told at once or, where a
+/// mouse button is down, when it is released: a dialog in between would swallow the click. What was
+/// clicked takes effect after that, unless the box's value was refused.
 class BoxFocus : public QObject {
   Q_OBJECT
 
@@ -40,6 +40,9 @@ class BoxFocus : public QObject {
   /// which the second tells; false from that when a value was refused.
   bool leaveUntold();
   bool tellNow();
+
+  /// The control that has been entered last and not been left: the menu bar is none.
+  QWidget* inside() const { return inside_; }
 
   /// Gives `button` the focus and clicks it, as one mouse click does.
   void click(QAbstractButton* button);

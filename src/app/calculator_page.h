@@ -67,6 +67,9 @@ class CalculatorPage : public QFrame {
   /// list or a button.
   virtual void controlLeft(QWidget* /*control*/) {}
 
+  QPushButton* helpButton() const { return help_; }
+  QPushButton* printButton() const { return print_; }
+
  protected:
   PageHost& host() { return host_; }
   BoxState& boxes() { return host_.global().boxes; }
@@ -108,8 +111,10 @@ class CalculatorPage : public QFrame {
     auto* row = new QHBoxLayout;
     calculate_ = addButton(row, prefix, "Calculate", "&Calculate");
     connect(calculate_, &QPushButton::clicked, page, calculate);
-    connect(addButton(row, prefix, "Help", "&Help"), &QPushButton::clicked, page, help);
-    connect(addButton(row, prefix, "Print", "&Print"), &QPushButton::clicked, page, print);
+    help_ = addButton(row, prefix, "Help", "&Help");
+    connect(help_, &QPushButton::clicked, page, help);
+    print_ = addButton(row, prefix, "Print", "&Print");
+    connect(print_, &QPushButton::clicked, page, print);
     layout_->addStretch();
     addContent(row);
   }
@@ -124,6 +129,8 @@ class CalculatorPage : public QFrame {
   std::vector<BoxEdit*> edits_;
   QVBoxLayout* layout_;
   QPushButton* calculate_ = nullptr;
+  QPushButton* help_ = nullptr;
+  QPushButton* print_ = nullptr;
 };
 
 /// Which page a page is; listed with the pages.

@@ -8,6 +8,7 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "app/action_menu.h"
 #include "app/box_focus.h"
 #include "app/how_to_use_help.h"
 #include "app/report_box.h"
@@ -37,6 +38,7 @@ PQInvest::PQInvest(const Parts& parts)
     if (shown->isAncestorOf(control)) shown->controlLeft(control);
   });
   Form_Load();
+  layout->setMenuBar(makeActions()->bar());
   resize(sizeHint().boundedTo(screen()->availableSize()));
 }
 
@@ -69,6 +71,15 @@ QWidget* PQInvest::makeLeftSide() {
   buttons->addWidget(addButton("ExitProgram", "E&xit to menu", &PQInvest::ExitProgram_Click));
   layout->addLayout(buttons);
   return side;
+}
+
+ActionMenu* PQInvest::makeActions() {
+  auto* actions = new ActionMenu(this, boxFocus_, SSTab1_->tabBar(), prompts());
+  const auto shown = [this] { return page(global().CurrentTab); };
+  actions->onButton(Command::Print, [shown] { return shown()->printButton(); });
+  actions->on(Command::Exit, [this] { ExitProgram_Click(); });
+  actions->onButton(Command::Help, [shown] { return shown()->helpButton(); });
+  return actions;
 }
 
 CalculatorPage* PQInvest::page(int index) {

@@ -16,6 +16,7 @@ class QTabWidget;
 
 namespace mirelund {
 
+class ActionMenu;
 class BoxFocus;
 class PrintTarget;
 
@@ -57,6 +58,7 @@ class PQInvest : public QWidget, private PageHost {
 
   CalculatorPage* page(int index);
   QWidget* makeLeftSide();
+  ActionMenu* makeActions();
   QPushButton* addButton(const char* name, const QString& caption, void (PQInvest::*clicked)());
 
   Parts parts_;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/report_box.h"
 
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QStyle>
+#include <algorithm>
 
 namespace mirelund {
 
@@ -20,6 +22,25 @@ ReportBox::ReportBox(const char* name, int columns, int lines, QWidget* parent)
   fixed.setStyleHint(QFont::TypeWriter);
   fixed.setFixedPitch(true);
   setFont(fixed);
+}
+
+void ReportBox::zoom(int steps) {
+  constexpr int kUsual = 10;
+  constexpr int kMostSteps = 40;
+  steps_ = steps == 0 ? 0 : std::clamp(steps_ + steps, -kUsual / 2, kMostSteps);
+  QFont zoomed = font();
+  zoomed.setPointSize(kUsual + steps_);
+  setFont(zoomed);
+}
+
+bool ReportBox::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    // They are the window's: nothing is edited here.
+    const auto* key = static_cast<QKeyEvent*>(event);
+    for (const auto command : {QKeySequence::Undo, QKeySequence::Redo, QKeySequence::Copy})
+      if (key->matches(command)) return false;
+  }
+  return QPlainTextEdit::event(event);
 }
 
 QSize ReportBox::sizeOf(int columns, int lines) const {

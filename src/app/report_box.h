@@ -14,14 +14,21 @@ class ReportBox : public QPlainTextEdit {
   /// where there is less.
   ReportBox(const char* name, int columns, int lines, QWidget* parent = nullptr);
 
+  /// Makes the text so many points larger, or smaller; 0 makes it as it was.
+  void zoom(int steps);
+
   QSize sizeHint() const override { return sizeOf(columns_, lines_); }
   QSize minimumSizeHint() const override;
+
+ protected:
+  bool event(QEvent* event) override;
 
  private:
   QSize sizeOf(int columns, int lines) const;
 
   int columns_;
   int lines_;
+  int steps_ = 0;
 };
 
 }  // namespace mirelund

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dialogs/dialog_prompts.h"
 
+#include <QDesktopServices>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QUrl>
 #include <memory>
 
 #include "base/file_name.h"
@@ -34,6 +36,15 @@ void DialogPrompts::tell(QWidget* over, Message message) {
 void DialogPrompts::warn(QWidget* over, const QString& text) {
   if (cancelsAll()) return;
   StandingDialog<QMessageBox>(QMessageBox::Warning, "Mirelund", text, QMessageBox::Ok, over).wait();
+}
+
+void DialogPrompts::inform(QWidget* over, const QString& title, const QString& text) {
+  if (cancelsAll()) return;
+  StandingDialog<QMessageBox>(QMessageBox::Information, title, text, QMessageBox::Ok, over).wait();
+}
+
+bool DialogPrompts::browse(const QString& path) {
+  return cancelsAll() || QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 bool DialogPrompts::confirm(QWidget* over, const QString& text, const QString& accept) {

@@ -14,6 +14,8 @@ class DialogPrompts : public Prompts {
   bool cancelsAll() const override { return state_.cancelsAll; }
   void tell(QWidget* over, Message message) override;
   void warn(QWidget* over, const QString& text) override;
+  void inform(QWidget* over, const QString& title, const QString& text) override;
+  bool browse(const QString& path) override;
   bool confirm(QWidget* over, const QString& text, const QString& accept) override;
   bool ask(QWidget* over, Question question) override;
   std::optional<QString> askLine(QWidget* over, const QString& caption,

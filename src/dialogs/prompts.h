@@ -25,6 +25,10 @@ class Prompts {
   virtual void tell(QWidget* over, Message message) = 0;
   /// Shows a text in the platform's own message box.
   virtual void warn(QWidget* over, const QString& text) = 0;
+  /// The same for what is no warning, under a title of its own.
+  virtual void inform(QWidget* over, const QString& title, const QString& text) = 0;
+  /// Opens a page of the disk in the desktop's own browser; false where it has none.
+  virtual bool browse(const QString& path) = 0;
   /// Asks in the platform's own message box; true for the button `accept`. The
   /// other is Cancel, the default.
   virtual bool confirm(QWidget* over, const QString& text, const QString& accept) = 0;

@@ -39,7 +39,7 @@ void CurrentValuePage::makeButtons() {
   addButton(row, "CVGraph", "&Graph", this, &CurrentValuePage::CVGraph_Click);
   row->addStretch();
   addHelpButton(row, "CVHelp", this, &CurrentValuePage::CVHelp_Click);
-  addButton(row, "CVPrint", "&Print", this, &CurrentValuePage::CVPrint_Click);
+  addPrintButton(row, "CVPrint", this, &CurrentValuePage::CVPrint_Click);
   addButton(row, "CVExit", "E&xit to menu", this, &CurrentValuePage::CVExit_Click);
   for (int i = 0; i < row->count(); ++i)
     if (QWidget* button = row->itemAt(i)->widget()) behindPrices_.push_back(button);

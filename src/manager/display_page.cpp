@@ -70,7 +70,7 @@ void DisplayPage::makeButtons() {
   auto* row = new QHBoxLayout;
   row->addStretch();
   addHelpButton(row, "DDHelp", this, &DisplayPage::DDHelp_Click);
-  addButton(row, "DDPrint", "&Print", this, &DisplayPage::DDPrint_Click);
+  addPrintButton(row, "DDPrint", this, &DisplayPage::DDPrint_Click);
   addButton(row, "DDExit", "E&xit to menu", this, &DisplayPage::DDExit_Click);
   column()->addLayout(row);
 }

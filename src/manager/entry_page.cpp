@@ -116,7 +116,7 @@ void EntryPage::makeButtons() {
   addButton(row, "EDelRec", "&Delete", this, &EntryPage::EDelRec_Click);
   row->addStretch();
   addHelpButton(row, "EHelp", this, &EntryPage::EHelp_Click);
-  addButton(row, "EPrint", "&Print", this, &EntryPage::EPrint_Click);
+  addPrintButton(row, "EPrint", this, &EntryPage::EPrint_Click);
   addButton(row, "EExit", "E&xit to menu", this, &EntryPage::EExit_Click);
   column()->addLayout(row);
 }

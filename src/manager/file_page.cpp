@@ -135,16 +135,31 @@ SavePage::SavePage(ManagerHost& host) : FilePage(host) {
        this, &SavePage::SFSave_Click, &SavePage::SFExit_Click);
 }
 
-void SavePage::SFSave_Click() {
+bool SavePage::begin() {
   host().leaveFocused();
   setDone(" ");
-  if (const Message refused = manager().checkSave(); refused != Message::None)
-    return host().tell(refused);
+  const Message refused = manager().checkSave();
+  host().tell(refused);
+  return refused == Message::None;
+}
+
+void SavePage::SFSave_Click() {
+  if (!begin()) return;
   manager().setFileDialog(FileDialog::Saving);
   const QString path = host().prompts().askSavePath(host().over(), "Save database",
                                                     fromPathBytes(manager().state().DatabasePath),
                                                     toQString(kFileFilter));
   if (path.isEmpty()) return manager().setFileDialog(FileDialog::Cancelled);
+  saveTo(path);
+}
+
+void SavePage::saveAgain() {
+  const QString path = fromPathBytes(manager().state().DatabasePath);
+  if (path.isEmpty()) return SFSave_Click();
+  if (begin()) saveTo(path);
+}
+
+void SavePage::saveTo(const QString& path) {
   const Saved saved = save(path);
   host().showCounters();
   if (saved.reason == FileFailure::Changed) return;

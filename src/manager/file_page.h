@@ -81,9 +81,15 @@ class SavePage : public FilePage {
  public:
   explicit SavePage(ManagerHost& host);
   void start() override { SFSave_Click(); }
+  /// Saves to the file that the database was opened from or saved to last, unasked;
+  /// asks for a name where there is none.
+  void saveAgain();
 
  private:
   void SFSave_Click();
+  /// True where there is something to save; what is in the focused box counts.
+  bool begin();
+  void saveTo(const QString& path);
   void SFExit_Click();
   /// Asks first where another program has changed the file.
   Saved save(const QString& path);

@@ -58,6 +58,9 @@ class ManagerPage : public QWidget {
   virtual void shown() = 0;
   /// Where the focus starts.
   virtual QWidget* firstControl() = 0;
+  /// The page's buttons, where it has them.
+  virtual QPushButton* helpButton() const { return nullptr; }
+  virtual QPushButton* printButton() const { return nullptr; }
 
  protected:
   ManagerHost& host() const { return host_; }
@@ -93,6 +96,9 @@ class ReportPage : public ManagerPage {
  public:
   using ManagerPage::ManagerPage;
 
+  QPushButton* helpButton() const override { return help_; }
+  QPushButton* printButton() const override { return print_; }
+
  protected:
   /// The box, last in the order of Tab.
   QPlainTextEdit* makeReport(const char* name, const QString& accessibleName, int columns);
@@ -101,6 +107,11 @@ class ReportPage : public ManagerPage {
   template <typename Page>
   void addHelpButton(QBoxLayout* row, const char* name, Page* page, void (Page::*clicked)()) {
     help_ = addButton(row, name, "&Help", page, clicked);
+  }
+
+  template <typename Page>
+  void addPrintButton(QBoxLayout* row, const char* name, Page* page, void (Page::*clicked)()) {
+    print_ = addButton(row, name, "&Print", page, clicked);
   }
 
   /// Shows a report, in place of Help where that is open.
@@ -118,6 +129,7 @@ class ReportPage : public ManagerPage {
 
   QPlainTextEdit* report_ = nullptr;
   QPushButton* help_ = nullptr;
+  QPushButton* print_ = nullptr;
   bool helpShown_ = false;
 };
 

@@ -13,6 +13,7 @@
 #include <QTabWidget>
 #include <QTimer>
 
+#include "app/action_menu.h"
 #include "app/box_focus.h"
 #include "app/tab_guard.h"
 #include "base/ui_text.h"
@@ -30,6 +31,7 @@ namespace {
 
 constexpr int kOpenPage = 0;
 constexpr int kEntryPage = 1;
+constexpr int kSavePage = 4;
 // What the window has to spare when it opens, in lines.
 constexpr int kSpareLines = 10;
 constexpr char kHeaderCaption[] = "Input";
@@ -77,6 +79,8 @@ PQManagement::PQManagement(const Parts& parts)
   manager_.DiscardDatabase();
   auto* layout = new QVBoxLayout(this);
   makePages();
+  actions_ = makeActions();
+  layout->setMenuBar(actions_->bar());
   layout->addWidget(SSTab2_, 1);
   layout->addLayout(makeCounters());
   connect(qApp, &QGuiApplication::commitDataRequest, this, &PQManagement::endSession,
@@ -133,8 +137,28 @@ void PQManagement::SSTab2_Click(int index) {
   manager_.leaveEntryPage();
   ManagerPage* chosen = page(index);
   chosen->shown();
+  actions_->refresh();
   // Whoever walks the tabs with the keys stays on them.
   if (!SSTab2_->tabBar()->hasFocus()) chosen->firstControl()->setFocus(Qt::OtherFocusReason);
+}
+
+ActionMenu* PQManagement::makeActions() {
+  auto* actions = new ActionMenu(this, boxFocus_, SSTab2_->tabBar(), prompts());
+  const auto filePage = [this](int index) { return static_cast<FilePage*>(page(index)); };
+  const auto savePage = [this] { return static_cast<SavePage*>(page(kSavePage)); };
+  actions->on(Command::Open, [filePage] { filePage(kOpenPage)->start(); });
+  actions->on(Command::Save, [savePage] { savePage()->saveAgain(); });
+  actions->on(Command::SaveAs, [savePage] { savePage()->start(); });
+  const auto shown = [this] { return page(SSTab2_->currentIndex()); };
+  actions->onButton(Command::Print, [shown] { return shown()->printButton(); });
+  actions->on(Command::Exit, [this] { leave(); });
+  // Undoing acts on the database: a box takes the keys for its own typing.
+  actions->on(
+      Command::Undo, [] {}, [] { return false; });
+  actions->on(
+      Command::Redo, [] {}, [] { return false; });
+  actions->onButton(Command::Help, [shown] { return shown()->helpButton(); });
+  return actions;
 }
 
 void PQManagement::startFilePage(int index) {
@@ -205,10 +229,14 @@ void PQManagement::showCounters() {
   ENumFunds_->setText(toQString(manager_.fundsText()));
   ENumRec_->setText(toQString(manager_.recordsText()));
   EDatabase_->setText(toQString(manager_.databaseText()));
+  actions_->refresh();
 }
 
 void PQManagement::showEntryPage() {
-  SSTab2_->setCurrentIndex(kEntryPage);
+  if (SSTab2_->currentIndex() == kEntryPage)
+    SSTab2_Click(kEntryPage);
+  else
+    SSTab2_->setCurrentIndex(kEntryPage);
 }
 
 void PQManagement::showChart() {

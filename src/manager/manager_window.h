@@ -14,6 +14,7 @@ class QTabWidget;
 
 namespace mirelund {
 
+class ActionMenu;
 class BoxFocus;
 class FilePage;
 class PrintTarget;
@@ -70,6 +71,7 @@ class PQManagement : public QWidget, private ManagerHost {
   void leave() override;
 
   ManagerPage* page(int index);
+  ActionMenu* makeActions();
   void makePages();
   QLayout* makeCounters();
   /// Choosing a file page with the mouse starts it, also when it is shown.
@@ -78,6 +80,7 @@ class PQManagement : public QWidget, private ManagerHost {
   Parts parts_;
   Manager manager_;
   BoxFocus* boxFocus_;
+  ActionMenu* actions_;
   QTabWidget* SSTab2_;
   std::vector<PageHolder<ManagerPage>*> pages_;
   QLabel* ENumFunds_;

@@ -8,6 +8,16 @@
 
 namespace mirelund {
 
+namespace {
+
+// Two parts of a text's colour and one of its ground: 6 to 1 where it was black on white.
+QColor blended(const QColor& text, const QColor& ground) {
+  return QColor((2 * text.red() + ground.red()) / 3, (2 * text.green() + ground.green()) / 3,
+                (2 * text.blue() + ground.blue()) / 3);
+}
+
+}  // namespace
+
 DropDown::DropDown(const char* name, const QString& initialText, QWidget* parent)
     : QComboBox(parent) {
   setObjectName(name);
@@ -16,9 +26,11 @@ DropDown::DropDown(const char* name, const QString& initialText, QWidget* parent
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(static_cast<int>(initialText.size()));
   QPalette colors = palette();
-  // What is chosen stays readable while the list is locked.
+  // While the list is locked it lies flat, and what is chosen is dimmed but readable.
+  const QColor ground = colors.color(QPalette::Active, QPalette::Window);
+  colors.setColor(QPalette::Disabled, QPalette::Button, ground);
   colors.setColor(QPalette::Disabled, QPalette::ButtonText,
-                  colors.color(QPalette::Active, QPalette::ButtonText));
+                  blended(colors.color(QPalette::Active, QPalette::ButtonText), ground));
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     colors.setColor(group, QPalette::Button, kInputGreen);
     colors.setColor(group, QPalette::ButtonText, Qt::black);

@@ -41,6 +41,9 @@ EntryPage::EntryPage(ManagerHost& host) : ReportPage(host) {
   makeEntryRow();
   makeButtons();
   column()->addWidget(makeReport("EResults", "Records of the active fund", kListColumns), 1);
+  QPalette colors;
+  colors.setColor(QPalette::PlaceholderText, colors.color(QPalette::Text));
+  report()->setPalette(colors);
   showRow();
 }
 

@@ -5,301 +5,19 @@
 #include <utility>
 
 #include "base/attempt.h"
-#include "base/file_name.h"
-#include "base/parse_number.h"
 #include "base/text.h"
 #include "charts/chart_kind.h"
-#include "manager/database/data_file.h"
-#include "manager/reports/current_value.h"
+#include "manager/manager_change.h"
 
 namespace mirelund {
 
 namespace {
 
-constexpr Message kFailed = Message::WrongEntry;
-
 std::string counter(std::string_view label, std::int16_t count) {
   return std::string(label) + std::to_string(count);
 }
 
-std::string fundName(const Database& database, std::int16_t row) {
-  if (row < 1 || row > database.FundCount) return {};
-  return displayText(database.FundTable[static_cast<std::size_t>(row)].name);
-}
-
-Message checkFund(const Database& database, const ManagerState& state, std::string_view fundText) {
-  if (state.ActiveFund == 0) return Message::FundNotSelected;
-  if (fundText == fundName(database, state.ActiveFundRow)) return Message::None;
-  for (const Fund& fund : database.funds())
-    if (fundText == displayText(fund.name)) return Message::FundNotSelected;
-  return Message::FundNotInFile;
-}
-
-std::int16_t recordRow(const Database& database, std::int16_t fund, std::string_view number) {
-  const double position = ParseNumber(number);
-  if (fund == 0 || !(position >= 1.0 && position <= database.RecordCount)) return 0;
-  return findRecord(database, fund, static_cast<std::int64_t>(position));
-}
-
-void clearEntryRow(ManagerState& state, BoxState& boxes) noexcept {
-  state.entry = {};
-  state.CorrectingRecord = 0;
-  boxes.BoxEdited = 0;
-}
-
-void leaveEntryPage(ManagerState& state, BoxState& boxes) noexcept {
-  state.ActiveFund = 0;
-  state.ActiveFundRow = 0;
-  clearEntryRow(state, boxes);
-}
-
-void namePath(ManagerState& state, const std::string& path) {
-  state.DatabasePath = path;
-  state.DatabaseName = fileName(path);
-}
-
 }  // namespace
-
-// An operation at work: on copies of all that it may change, but for the files.
-class Manager::Change {
- public:
-  Change(Manager& manager, Held& held, BoxState& boxes, CurrencyTable& totals, std::string& printed,
-         std::int16_t& chartCount)
-      : manager_(manager),
-        database_(held.database),
-        state_(held.state),
-        prices_(held.prices),
-        boxes_(boxes),
-        totals_(totals),
-        printed_(printed),
-        chartCount_(chartCount) {}
-
-  Message DiscardDatabase() {
-    database_ = Database();
-    const ManagerState old = std::exchange(state_, {});
-    state_.fundsRevision = old.fundsRevision;
-    state_.dataRevision = old.dataRevision;
-    printed_.clear();
-    totals_.redimension(kTotalsRows, kTotalsColumns);
-    boxes_.BoxEdited = 0;
-    fundsChanged();
-    state_.FileChanged = 0;
-    return Message::None;
-  }
-
-  Message OpenDatabase(const std::string& path) {
-    FileRead file = manager_.files_.read(path, kMostFileBytes);
-    if (file.failure != FileFailure::None) return Message::CannotOpen;
-    auto fresh = parseDatabase(file.bytes);
-    if (!fresh) return Message::CannotOpen;
-    KnownFiles read{{manager_.files_.resolved(path), std::move(file.bytes)}};
-    database_ = std::move(*fresh);
-    namePath(state_, path);
-    mirelund::leaveEntryPage(state_, boxes_);
-    totals_.redimension(kTotalsRows, kTotalsColumns);
-    fundsChanged();
-    state_.FileChanged = 0;
-    manager_.remember(std::move(read));
-    return Message::None;
-  }
-
-  Message openSample(const std::string& path) {
-    const Message refused = OpenDatabase(path);
-    if (refused == Message::None) state_.DatabasePath.clear();
-    return refused;
-  }
-
-  Saved SaveDatabase(const std::string& path, Replacing replacing) {
-    if (const Message refused = manager_.checkSave(); refused != Message::None) return {refused};
-    const std::string place = manager_.files_.resolved(path);
-    const std::string bytes = writeDatabase(database_);
-    std::optional<std::string> expected;
-    const auto known = manager_.known_.find(place);
-    if (replacing == Replacing::Unchanged && known != manager_.known_.end())
-      expected = known->second;
-    KnownFiles written{{place, bytes}};
-    ManagerState saved = state_;
-    namePath(saved, path);
-    saved.FileChanged = 0;
-    const FileFailure failure = manager_.files_.replace(path, bytes, expected);
-    if (failure != FileFailure::None) return {Message::CannotSave, failure};
-    // The file is there, and nothing can fail any more.
-    std::swap(state_, saved);
-    manager_.remember(std::move(written));
-    return {};
-  }
-
-  Outcome chooseFund(std::int16_t row) {
-    const Fund& fund = database_.FundTable.at(static_cast<std::size_t>(row));
-    mirelund::clearEntryRow(state_, boxes_);
-    state_.ActiveFundRow = row;
-    state_.ActiveFund = fundNumber(fund);
-    return showRecordList();
-  }
-
-  Outcome addFund(std::string_view name) {
-    if (name.empty()) return {};
-    if (database_.FundCount == kMostFunds) return Outcome::failed(Message::MostFunds);
-    if (!isFundName(name)) return Outcome::failed(Message::WrongEntry);
-    const std::int16_t row = mirelund::addFund(database_, name);
-    fundsChanged();
-    return chooseFund(row);
-  }
-
-  Message chooseType(std::size_t index) {
-    if (state_.CorrectingRecord != 0) return Message::None;
-    if (state_.ActiveFund == 0) return Message::FundNotSelected;
-    mirelund::clearEntryRow(state_, boxes_);
-    state_.entry.type = &transactionTypes()[index];
-    return Message::None;
-  }
-
-  BoxLeft leaveValueBox(EntryBox box, std::string_view text) {
-    const auto slot = static_cast<std::size_t>(box);
-    EntryRow& row = state_.entry;
-    return leaveAmountBox(boxes_, row.EntryValues[slot], row.outOfRange[slot], text);
-  }
-
-  Outcome addRecord(std::string_view dateText, std::string_view fundText) {
-    Date date;
-    const bool correcting = state_.CorrectingRecord != 0;
-    if (const Message refused =
-            checkEntry(state_.entry, dateText, manager_.format_, correcting, date);
-        refused != Message::None)
-      return Outcome::failed(refused);
-    if (const Message refused = mirelund::checkFund(database_, state_, fundText);
-        refused != Message::None)
-      return Outcome::failed(refused);
-    if (!correcting && database_.RecordCount == kMostRecords)
-      return Outcome::failed(Message::MostRecords);
-    const Record record = buildRecord(state_.entry, state_.ActiveFund, date);
-    const std::int16_t row = correcting ? state_.CorrectingRecord : ++database_.RecordCount;
-    database_.RecordTable[static_cast<std::size_t>(row)] = record;
-    SortRecords(database_);
-    checkTotals(database_);
-    dataChanged();
-    mirelund::clearEntryRow(state_, boxes_);
-    return showRecordList();
-  }
-
-  Message correctRecord(std::string_view fundText, std::string_view number) {
-    if (const Message refused = mirelund::checkFund(database_, state_, fundText);
-        refused != Message::None)
-      return refused;
-    const std::int16_t row = recordRow(database_, state_.ActiveFund, number);
-    if (row == 0) return Message::NotARecord;
-    mirelund::clearEntryRow(state_, boxes_);
-    state_.entry = entryRow(database_.RecordTable[static_cast<std::size_t>(row)]);
-    state_.CorrectingRecord = row;
-    return Message::None;
-  }
-
-  DeleteAsked askDelete(std::string_view fundText) {
-    if (const Message refused = mirelund::checkFund(database_, state_, fundText);
-        refused != Message::None)
-      return {refused, false};
-    if (state_.CorrectingRecord != 0) mirelund::clearEntryRow(state_, boxes_);
-    return {Message::None, !FundHasRecords(database_, state_.ActiveFund)};
-  }
-
-  Outcome deleteRecord(std::string_view number) {
-    const std::int16_t row = recordRow(database_, state_.ActiveFund, number);
-    if (row == 0) return Outcome::failed(Message::NotARecord);
-    // The row of a record that is being corrected is another's now.
-    if (state_.CorrectingRecord != 0) mirelund::clearEntryRow(state_, boxes_);
-    removeRecord(database_, row);
-    dataChanged();
-    return showRecordList();
-  }
-
-  Message deleteFund() {
-    if (state_.ActiveFund == 0 || FundHasRecords(database_, state_.ActiveFund))
-      return Message::FundNotSelected;
-    removeFund(database_, state_.ActiveFundRow);
-    mirelund::leaveEntryPage(state_, boxes_);
-    fundsChanged();
-    return Message::None;
-  }
-
-  // A total out of range is told, and does not keep the fund from being chosen or a
-  // record from being deleted: that is the way out.
-  Outcome showRecordList() {
-    if (state_.ActiveFund == 0) return Outcome::report({});
-    try {
-      return Outcome::report(recordList(database_, state_.ActiveFund, manager_.format_, totals_));
-    } catch (const ArithmeticError&) {
-      return Outcome::emptied(Message::WrongEntry);
-    }
-  }
-
-  ReportShown showFund(std::int16_t row) {
-    return {Message::None, transactionReport(database_, row, manager_.format_, totals_)};
-  }
-
-  ReportShown showAllFunds() {
-    return {Message::None, allFundsReport(database_, manager_.format_, totals_)};
-  }
-
-  BoxLeft leavePriceBox(std::int16_t row, std::string_view text) {
-    Price& price = prices_.at(static_cast<std::size_t>(row));
-    Currency value;
-    BoxLeft left = leaveAmountBox(boxes_, value, price.outOfRange, text);
-    if (left.changed) price.value = value;
-    return left;
-  }
-
-  Outcome calculateCurrentValue() {
-    clearValuation();
-    if (firstEmptyFund(database_) != 0) return Outcome::emptied(Message::EmptyFund);
-    std::vector<Currency> prices;
-    for (std::size_t row = 1; row <= database_.funds().size(); ++row) {
-      if (prices_[row].outOfRange) return Outcome::emptied(Message::WrongEntry);
-      prices.push_back(prices_[row].value.value_or(Currency()));
-      if (prices.back().isZero()) return Outcome::emptied(Message::MissingPrice);
-    }
-    try {
-      state_.CVResults = currentValueTable(database_, prices, totals_);
-    } catch (const ArithmeticError&) {
-      return Outcome::emptied(Message::WrongEntry);
-    }
-    chartCount_ = database_.FundCount;
-    return Outcome::report(state_.CVResults);
-  }
-
-  Message preparePrint(std::string_view header, std::string_view report) {
-    printed_.clear();
-    if (!header.empty()) appendLine(printed_, header);
-    printed_ += report;
-    return Message::None;
-  }
-
- private:
-  void clearValuation() {
-    state_.CVResults.clear();
-    chartCount_ = 0;
-  }
-
-  void fundsChanged() {
-    prices_ = {};
-    ++state_.fundsRevision;
-    dataChanged();
-  }
-
-  void dataChanged() {
-    clearValuation();
-    state_.FileChanged = 1;
-    ++state_.dataRevision;
-  }
-
-  Manager& manager_;
-  Database& database_;
-  ManagerState& state_;
-  Prices& prices_;
-  BoxState& boxes_;
-  CurrencyTable& totals_;
-  std::string& printed_;
-  std::int16_t& chartCount_;
-};
 
 template <typename Result, typename... Parameters, typename... Arguments>
 Result Manager::attempt(Result failed, Result (Change::*operation)(Parameters...),
@@ -463,6 +181,22 @@ Outcome Manager::deleteRecord(std::string_view number) noexcept {
 
 Message Manager::deleteFund() noexcept {
   return attempt(kFailed, &Change::deleteFund);
+}
+
+// --- steps -----------------------------------------------------------------------
+
+bool Manager::canRestore(Direction way) const noexcept {
+  return history_.next(way) != nullptr;
+}
+
+std::string_view Manager::stepText(Direction way) const noexcept {
+  const HistoryStep* step = history_.next(way);
+  const StepTexts& texts = step == nullptr ? kNoStep : rowOf(kSteps, step->step).texts;
+  return texts[static_cast<std::size_t>(way)];
+}
+
+Restored Manager::restore(Direction way) noexcept {
+  return attempt(Restored{Outcome::failed(kFailed)}, &Change::restore, way);
 }
 
 Outcome Manager::showRecordList() noexcept {

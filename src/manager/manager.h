@@ -24,6 +24,7 @@
 #include "app/input_boxes.h"
 #include "base/file_store.h"
 #include "manager/database/fund_database.h"
+#include "manager/database/history.h"
 #include "manager/reports/fund_reports.h"
 #include "manager/transaction_entry.h"
 
@@ -45,7 +46,8 @@ struct ManagerState {
   std::int16_t ActiveFund = 0;        ///< number of the fund chosen; 0 none
   std::int16_t ActiveFundRow = 0;     ///< its row; 0 none
   std::int16_t CorrectingRecord = 0;  ///< number of the record being corrected; 0 none
-  std::int16_t FileChanged = 0;       ///< 1 after any change of a record or fund
+  /// 1 after any change of a record or fund, until it is saved or undone.
+  std::int16_t FileChanged = 0;
   FileDialog FileDialogMode = FileDialog::Idle;
   std::string DatabasePath;  ///< full path of the file last opened or saved; bytes
   std::string DatabaseName;  ///< its file-name part; bytes
@@ -67,6 +69,12 @@ struct DeleteAsked {
 struct ReportShown {
   Message message = Message::None;  ///< 3 where a total leaves the range; no report then
   FundReport report;
+};
+
+/// What undo or redo leads to.
+struct Restored {
+  Outcome outcome;      ///< the active fund's list; nothing to show where nothing was restored
+  bool rowKept = true;  ///< the entry row stands as typed
 };
 
 /// Whether a file may be replaced that another program has changed since it was opened
@@ -206,6 +214,23 @@ class Manager {
   /// have no records.
   Message deleteFund() noexcept;
 
+  // --- undo and redo ----------------------------------------------------------
+
+  /// True when there is a step to undo or redo: an addition, a correction or a deletion of
+  /// a record, a new fund, a fund deleted, since the database was opened or begun. Saving
+  /// is no step, and leaves them all. The oldest go where memory has its bound
+  /// (kMostHistoryBytes).
+  bool canRestore(Direction way) const noexcept;
+  /// What it is called: "Undo add record"; "Undo" or "Redo" without a step.
+  std::string_view stepText(Direction way) const noexcept;
+  /// Takes the last step back, or does the next again: the database is exactly what it
+  /// was, the order of its rows too, and FileChanged is 0 where it was opened or last
+  /// saved, else 1. The step's fund becomes the active one, so that the list shows what
+  /// has changed; where it is gone the fund that was active stays. A row that is being
+  /// typed stays while its fund does; a correction is cancelled. Message 3 where memory
+  /// lacks.
+  Restored restore(Direction way) noexcept;
+
   /// EResults: the active fund's record list, empty without one; message 3 and an
   /// empty list where a total leaves the range.
   Outcome showRecordList() noexcept;
@@ -267,6 +292,7 @@ class Manager {
   ShortDateFormat format_;
   Held held_;
   KnownFiles known_;
+  History history_;
 };
 
 }  // namespace mirelund

@@ -79,6 +79,10 @@ Message messageOf(const MortgageOutcome& result) {
   return result.outcome.message;
 }
 
+Message messageOf(const Restored& result) {
+  return result.outcome.message;
+}
+
 constexpr long kEnough = 10'000;
 
 // Refuses one allocation after the other, in one place: what is as before can be tried
@@ -86,9 +90,9 @@ constexpr long kEnough = 10'000;
 // it may change, as one text. In the end it does what it does in another place.
 template <typename Place, typename Operation>
 void refuseInTurn(const char* name, Message failure, Operation operation,
-                  void (Place::*prepare)() = nullptr) {
-  const auto prepared = [prepare](Place& place) {
-    if (prepare != nullptr) (place.*prepare)();
+                  const std::function<void(Place&)>& prepare = {}) {
+  const auto prepared = [&prepare](Place& place) {
+    if (prepare) prepare(place);
   };
   Place untroubled;
   prepared(untroubled);
@@ -163,6 +167,8 @@ const std::string kElsewhere = "/home/somebody/at another place.PQD";
 const std::string kSecond = "The second of the funds, of a long name";
 const std::string kDate = "1/2/2003";
 
+constexpr int kStepsOfDay = 5;
+
 // A manager at work: two funds of 30 records, the second fund chosen, everything valued,
 // a record half typed, a report ready to be printed.
 struct World {
@@ -196,6 +202,19 @@ struct World {
   void edit() { global.boxes.BoxEdited = 1; }
   void graph() { global.chart.ChartKind = ChartKind::Manager; }
   void correct() { manager.correctRecord(kSecond, "3"); }
+  // A day of all kinds of steps, undone to one of them.
+  void undoTo(int steps) {
+    emptyTheFund();
+    manager.deleteFund();
+    manager.chooseFund(2);
+    manager.deleteRecord("5");
+    correct();
+    manager.addRecord(kDate, kSecond);
+    type();
+    manager.addRecord(kDate, kSecond);
+    type();
+    for (int left = kStepsOfDay; left > steps; --left) manager.restore(Direction::Undo);
+  }
   void emptyTheFund() { manager.addFund("Third, which has no records at all"); }
 
   std::string everything() const {
@@ -210,6 +229,7 @@ struct World {
     out << state.CVResults << state.fundsRevision << ' ' << state.dataRevision << '\n';
     for (std::int16_t row = 1; row <= kMostFunds; ++row) out << manager.priceText(row) << '\n';
     for (const auto& [path, bytes] : files.files) out << path << '\n' << bytes;
+    out << manager.stepText(Direction::Undo) << manager.stepText(Direction::Redo);
     return out.str();
   }
 
@@ -221,7 +241,7 @@ struct World {
 TEST(Memory, ThatLacksLeavesTheManagerAsItWas) {
   constexpr Message kThree = Message::WrongEntry;
   const auto refuse = [](const char* name, Message failure, auto operation,
-                         void (World::*prepare)() = nullptr) {
+                         const std::function<void(World&)>& prepare = {}) {
     refuseInTurn<World>(name, failure, operation, prepare);
   };
   refuse("discard", kThree, [](World& w) { return w.manager.DiscardDatabase(); });
@@ -257,6 +277,14 @@ TEST(Memory, ThatLacksLeavesTheManagerAsItWas) {
   refuse(
       "delete a fund", kThree, [](World& w) { return w.manager.deleteFund(); },
       &World::emptyTheFund);
+  for (int step = 0; step < kStepsOfDay; ++step) {
+    refuse(
+        "undo", kThree, [](World& w) { return w.manager.restore(Direction::Undo); },
+        [=](World& w) { w.undoTo(kStepsOfDay - step); });
+    refuse(
+        "redo", kThree, [](World& w) { return w.manager.restore(Direction::Redo); },
+        [=](World& w) { w.undoTo(step); });
+  }
   refuse("show the list", kThree, [](World& w) { return w.manager.showRecordList(); });
   refuse("show a fund", kThree, [](World& w) { return w.manager.showFund(1); });
   refuse("show all funds", kThree, [](World& w) { return w.manager.showAllFunds(); });

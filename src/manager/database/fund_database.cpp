@@ -71,12 +71,8 @@ Database::Database() : RecordTable(kRecordRows) {
 }
 
 bool operator==(const Database& a, const Database& b) {
-  const auto sameFund = [](const Fund& x, const Fund& y) {
-    return x.name == y.name && x.number == y.number;
-  };
-  return std::ranges::equal(a.funds(), b.funds(), sameFund) &&
-         std::ranges::equal(a.records(), b.records()) &&
-         sameFund(a.FundTable[kAllRecordsRow], b.FundTable[kAllRecordsRow]);
+  return std::ranges::equal(a.funds(), b.funds()) && std::ranges::equal(a.records(), b.records()) &&
+         a.FundTable[kAllRecordsRow] == b.FundTable[kAllRecordsRow];
 }
 
 void SortRecords(Database& database) {

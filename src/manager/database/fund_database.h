@@ -33,6 +33,8 @@ inline constexpr std::size_t kMostNameBytes = 32'767;
 struct Fund {
   std::string name;
   std::string number;
+
+  friend bool operator==(const Fund&, const Fund&) = default;
 };
 
 /// True for a name that a fund can be given: not empty, not longer than

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Does what an inputs block of the guide tells the reader to do, by mouse and keys, in
+// the windows of the program:
+//
+//     Open Calculations, Compound gain       a window and a tab; the tab starts afresh
+//     Number of years invested: 5            into the box, or from the list, of this label
+//     Click Calculate                        a button or an option by its caption
+//     Double-click Meadow Balanced Fund      a line of the list of funds
+//     Answer Harbour Light & Power           what a dialog of the click before is told:
+//     Answer Yes                             a line, Yes or No, a number, a file's name
+//     Message Maximum comparisons 10.        what the program has told since
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <stdexcept>
+
+#include "guide/guide_page.h"
+#include "ui_testing.h"
+
+namespace mirelund::testing {
+
+class NotDone : public std::runtime_error {
+ public:
+  explicit NotDone(const QString& why) : std::runtime_error(why.toStdString()) {}
+};
+
+/// One program and a folder for its files, in which the sample database lies.
+class GuidePlayer {
+ public:
+  explicit GuidePlayer(const QString& sample);
+
+  /// Throws NotDone where a person could not do it, or is told something unsaid.
+  void play(const QStringList& lines);
+
+  /// Whatever was told or is still to be answered.
+  void forget();
+
+  /// The text of the report box in view.
+  QString report() const;
+  /// Empty where there is no such file.
+  QByteArray fileBytes(const QString& name) const;
+  /// The window in use; its chart where the picture's name begins with "chart-".
+  QImage picture(const QString& name);
+
+ private:
+  void open(const QString& what);
+  void openWindow(const QString& name, const char* objectName, const char* button);
+  void chooseTab(const QString& caption);
+  void enter(const QString& label, const QString& value);
+  void choose(QComboBox* list, const QString& item);
+  void clickOn(QWidget* control);
+  void doubleClick(const QString& item);
+  void click(const QString& caption);
+  void answer(const QString& text);
+  void answersBehind(const QStringList& lines, qsizetype at);
+  void expectMessage(const QString& text);
+  void settle();
+  QAbstractButton* button(const QString& caption) const;
+  template <typename Widget>
+  QList<Widget*> shown() const;
+
+  ProgramFixture program_;
+  QTemporaryDir folder_;
+  QWidget* window_ = nullptr;
+};
+
+/// What a picture was taken of: each control with its text and, in hundredths of the
+/// window, its place. It goes with the picture as a text of this name.
+inline constexpr const char* kPictureContent = "Content";
+/// Nothing where two contents tell of the same controls and texts in nearly the same
+/// places; else what differs.
+QString contentDifference(const QString& one, const QString& other);
+
+}  // namespace mirelund::testing

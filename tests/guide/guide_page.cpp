@@ -28,7 +28,11 @@ QString seen(QString line) {
   static const QRegularExpression kTarget("\\]\\([^)]*\\)");
   static const QRegularExpression kListNumber("^\\s*\\d+\\.\\s");
   static const QRegularExpression kKeys("`(?:Ctrl|Alt|Shift)\\+[^`]*`");
-  return line.remove(kListNumber).remove(kKeys).replace(kTarget, "]").replace("\\$", "$");
+  return line.remove(kListNumber)
+      .remove(kKeys)
+      .remove("UTF-8")
+      .replace(kTarget, "]")
+      .replace("\\$", "$");
 }
 
 // The lines of a page, block by block.

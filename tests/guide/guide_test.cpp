@@ -2,7 +2,11 @@
 // Plays every page of the guide in the program and holds what it says against what is
 // shown: reports and files line by line, formulas and numbers worked out, pictures by
 // what they were taken of.
+#include <QAction>
 #include <QDir>
+#include <QKeySequence>
+#include <QSet>
+#include <QShortcut>
 
 #include "app/global.h"
 #include "base/ui_text.h"
@@ -45,8 +49,10 @@ Quantities limitsOfTheProgram() {
     limits["periods " + toQString(row.text)] = row.periodsPerYear;
   for (const CompoundingPeriodRow& row : kCompoundingPeriods)
     limits["compounded " + toQString(row.text)] = row.timesPerYear;
-  for (const PaymentFrequencyRow& row : kPaymentFrequencies)
+  for (const PaymentFrequencyRow& row : kPaymentFrequencies) {
     limits["payments " + toQString(row.text)] = row.paymentsPerYear;
+    limits["parts " + toQString(row.text)] = row.parts / row.times;
+  }
   for (const DaysInYearRow& row : kDaysInYear) {
     const QString days = toQString(row.caption);
     limits["days " + days] = row.days.toDouble();
@@ -141,7 +147,7 @@ class GuideTest : public QObject {
     for (const char* page : {"index", "compound-gain", "capital-required", "investment-growth",
                              "mortgage", "pension-growth", "retirement-income", "begin-a-database",
                              "add-records", "correct-and-delete", "look-at-funds", "current-value",
-                             "open-and-save", "print", "data-file"})
+                             "open-and-save", "print", "data-file", "menus-and-keys"})
       QVERIFY2(pages().contains(QString(page) + ".md"), page);
   }
 
@@ -166,6 +172,28 @@ class GuideTest : public QObject {
         if (block.kind == BlockKind::Picture) used << block.name + ".png";
     used.sort();
     QCOMPARE(QDir(kGuide.filePath("images")).entryList(QDir::Files, QDir::Name), used);
+  }
+
+  void everyKeyIsAnActionS() {
+    QSet<QKeySequence> keys;
+    {
+      ProgramFixture program;
+      program.click("StartStockMgmt");
+      for (auto* action : program.window("PQManagement")->findChildren<QAction*>())
+        for (const QKeySequence& key : action->shortcuts()) keys << key;
+      for (auto* shortcut : program.window("PQManagement")->findChildren<QShortcut*>())
+        keys << shortcut->key();
+    }
+    static const QRegularExpression kKey("`((?:Ctrl|Alt|F\\d)[^`]*)`");
+    int found = 0;
+    for (const QString& name : pages())
+      for (auto key = kKey.globalMatch(textOf(kGuide.filePath(name))); key.hasNext(); ++found) {
+        QString said = key.next().captured(1);
+        said.replace("+plus", "++").replace("+minus", "+-");
+        QVERIFY2(said == "Ctrl" || keys.contains(QKeySequence(said)),
+                 qPrintable(name + ": " + said));
+      }
+    QVERIFY(found >= 5);
   }
 
   // --- the data file's grammar ------------------------------------------------------

@@ -38,7 +38,7 @@ void walk(const QDir& guide, const QString& name) {
     if (block.kind == BlockKind::Report || block.kind == BlockKind::File)
       out() << "-- line " << block.line << " --" << Qt::endl;
     if (block.kind == BlockKind::Report) out() << player.report() << Qt::endl;
-    if (block.kind == BlockKind::File) out() << player.fileBytes(block.name) << Qt::endl;
+    if (block.kind == BlockKind::File) out() << player.fileBytes() << Qt::endl;
     if (block.kind == BlockKind::Picture)
       keep(player.picture(block.name), guide.filePath("images/" + block.name + ".png"));
   }
@@ -57,12 +57,14 @@ int main(int argc, char** argv) {
   mirelund::useProgramFont();
   const QDir guide(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QString("docs/guide"));
   guide.mkpath("images");
-  try {
-    for (const QString& name : guide.entryList({"*.md"}, QDir::Files, QDir::Name))
+  int wrongPages = 0;
+  for (const QString& name : guide.entryList({"*.md"}, QDir::Files, QDir::Name)) {
+    try {
       mirelund::tour::walk(guide, name);
-  } catch (const std::runtime_error& wrong) {
-    qCritical("%s", wrong.what());
-    return 1;
+    } catch (const std::runtime_error& wrong) {
+      qCritical("%s: %s", qPrintable(name), wrong.what());
+      ++wrongPages;
+    }
   }
-  return 0;
+  return wrongPages == 0 ? 0 : 1;
 }

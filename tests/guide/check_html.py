@@ -2,11 +2,11 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Says, with file and line, what is wrong with the guide as it was built.
 
-    check_html.py FOLDER
+    check_html.py FOLDER SOURCES
 
 A page has one h1 and headings that skip no level, elements of HTML 5 and MathML only,
 each closed where it must be, names (id) that are there once, an alternative text for
-each picture. Every link and picture leads to something in the folder, every page can be
+each picture, and as many blocks of code as its source in Markdown. Every link and picture leads to something in the folder, every page can be
 reached from index.html, and no Markdown or mathematics is left unread. Where the
 program tidy is at hand, it must have no complaint either.
 """
@@ -31,6 +31,7 @@ UNREAD = ("$$", "\\frac", "```", "](", "<!--")
 class Page(HTMLParser):
     def __init__(self, path):
         super().__init__()
+        self.blocks = 0
         self.faults, self.open, self.ids, self.links, self.headings = [], [], [], [], []
         self.path = path
         self.feed(path.read_text(encoding="utf-8"))
@@ -56,6 +57,7 @@ class Page(HTMLParser):
             self.open.append(tag)
         if tag in ("h1", "h2", "h3"):
             self.headings.append(int(tag[1]))
+        self.blocks += tag == "pre"
         if tag == "html" and not attributes.get("lang"):
             self.fault("no language")
         if "id" in attributes:
@@ -85,9 +87,13 @@ class Page(HTMLParser):
                 self.fault(f"unread: {mark}")
 
 
-def main(folder):
+def main(folder, sources):
     pages = {path.name: Page(path) for path in sorted(folder.glob("*.html"))}
     faults = [fault for page in pages.values() for fault in page.faults]
+    for name, page in pages.items():
+        lines = (sources / name).with_suffix(".md").read_text(encoding="utf-8").splitlines()
+        if page.blocks * 2 != sum(line.startswith("```") for line in lines):
+            faults.append(f"{folder / name}: not as many blocks as in its source")
     reached, waiting = set(), ["index.html"]
     while waiting:
         name = waiting.pop()
@@ -116,4 +122,4 @@ def main(folder):
 
 
 if __name__ == "__main__":
-    sys.exit(main(Path(sys.argv[1])))
+    sys.exit(main(Path(sys.argv[1]), Path(sys.argv[2])))

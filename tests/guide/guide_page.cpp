@@ -74,13 +74,13 @@ class PageReader {
 
   void fence() {
     const auto from = at_;
-    const QStringList words = lines_[at_].mid(3).split(' ', Qt::SkipEmptyParts);
+    const QString word = lines_[at_].mid(3);
     const QMap<QString, BlockKind> kinds = {{"inputs", BlockKind::Inputs},
                                             {"report", BlockKind::Report},
                                             {"file", BlockKind::File},
                                             {"grammar", BlockKind::Grammar}};
-    if (words.isEmpty() || !kinds.contains(words[0])) fail("a block of no kind", from);
-    GuideBlock block{kinds[words[0]], words.value(1), {}, static_cast<int>(from) + 1};
+    if (!kinds.contains(word)) fail("a block of no kind", from);
+    GuideBlock block{kinds[word], {}, {}, static_cast<int>(from) + 1};
     while (++at_ < lines_.size() && lines_[at_] != "```") block.lines << lines_[at_];
     if (at_++ >= lines_.size()) fail("not ended", from);
     page_.blocks << block;
@@ -228,10 +228,11 @@ QString difference(const QStringList& expected, const QString& shown) {
   QStringList lines;
   for (const QString& line : shown.split('\n')) lines << withoutEnd(line);
   while (!lines.isEmpty() && lines.back().isEmpty()) lines.removeLast();
-  QList<QStringList> chunks = {{}};
+  QList<QStringList> chunks;
+  chunks.append(QStringList());
   for (const QString& line : expected) {
     if (line == "...")
-      chunks << QStringList();
+      chunks.append(QStringList());
     else
       chunks.back() << withoutEnd(line);
   }

@@ -3,7 +3,7 @@
 //
 //     ```inputs            what a person does, a line each (guide_player.h)
 //     ```report            the report that is shown then; "..." stands for any lines
-//     ```file NAME         the file that was saved under this name, whole
+//     ```file              the file that was saved last, whole
 //     ```grammar           how a data file is written (grammar.h)
 //     ![What it is](images/NAME.png)      the window at this moment
 //     $$ a = \ldots $$                    a formula (formula.h)
@@ -34,7 +34,7 @@ enum class BlockKind { Inputs, Report, File, Grammar, Picture };
 
 struct GuideBlock {
   BlockKind kind;
-  QString name;  ///< a file's or a picture's
+  QString name;  ///< a picture's
   QStringList lines;
   int line = 0;  ///< of the page
 };

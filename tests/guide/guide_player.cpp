@@ -6,8 +6,8 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
-#include <QPainter>
 #include <QTimer>
+#include <algorithm>
 #include <cmath>
 
 #include "base/ui_text.h"
@@ -116,7 +116,7 @@ void GuidePlayer::answer(const QString& text) {
   else if (number)
     prompts.numbers.push_back(value);
   else if (text.endsWith(".PQD"))
-    prompts.paths.push_back(folder_.filePath(text));
+    prompts.paths.push_back(file_ = folder_.filePath(text));
   else
     prompts.lines.push_back(text);
 }
@@ -252,8 +252,8 @@ QString GuidePlayer::report() const {
   return boxes.front()->toPlainText();
 }
 
-QByteArray GuidePlayer::fileBytes(const QString& name) const {
-  QFile file(folder_.filePath(name));
+QByteArray GuidePlayer::fileBytes() const {
+  QFile file(file_);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -269,12 +269,15 @@ QImage GuidePlayer::picture(const QString& name) {
     take(window_, {});
     return image;
   }
-  QTimer::singleShot(100, window_, [&] {
+  QTimer timer;
+  timer.setSingleShot(true);
+  QObject::connect(&timer, &QTimer::timeout, window_, [&] {
     if (QWidget* chart = program_.window("PQGraph")) {
       take(chart, "\nfigures\t" + report().replace('\n', '|') + "\t0\t0\t0\t0");
       program_.click("PQGExit");
     }
   });
+  timer.start(100);
   click("Graph");
   if (image.isNull() || !program_.isActivated(window_)) throw NotDone("no chart: " + name);
   return image;

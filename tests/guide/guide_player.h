@@ -38,8 +38,8 @@ class GuidePlayer {
 
   /// The text of the report box in view.
   QString report() const;
-  /// Empty where there is no such file.
-  QByteArray fileBytes(const QString& name) const;
+  /// The file that was named last; empty where there is none.
+  QByteArray fileBytes() const;
   /// The window in use; its chart where the picture's name begins with "chart-".
   QImage picture(const QString& name);
 
@@ -63,6 +63,7 @@ class GuidePlayer {
   ProgramFixture program_;
   QTemporaryDir folder_;
   QWidget* window_ = nullptr;
+  QString file_;
 };
 
 /// What a picture was taken of: each control with its text and, in hundredths of the

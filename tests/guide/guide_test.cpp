@@ -85,7 +85,7 @@ QString fault(GuidePlayer& player, const GuideBlock& block) {
     case BlockKind::Report:
       return difference(block.lines, player.report());
     case BlockKind::File:
-      return difference(block.lines, QString::fromUtf8(player.fileBytes(block.name)));
+      return difference(block.lines, QString::fromUtf8(player.fileBytes()));
     case BlockKind::Picture: {
       const QImage kept(kGuide.filePath("images/" + block.name + ".png"));
       if (kept.isNull()) return "no picture";

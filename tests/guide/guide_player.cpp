@@ -100,6 +100,8 @@ void GuidePlayer::play(const QStringList& lines) {
     if (tells && !begins(next, "Message", rest) && !begins(next, "Answer", rest))
       throw NotDone("told, and not in the guide: " + line);
   }
+  if (!program_.prompts.told.isEmpty() || !program_.prompts.warned.isEmpty())
+    throw NotDone("told, and not in the guide: " + lines.value(lines.size() - 1));
 }
 
 void GuidePlayer::answersBehind(const QStringList& lines, qsizetype at) {

@@ -3,9 +3,16 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QIcon>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QSignalBlocker>
+
+// The resources of a static library are there when they are asked for by name, from
+// outside any namespace.
+static void findResources() {
+  Q_INIT_RESOURCE(icon);
+}
 
 namespace mirelund {
 
@@ -29,6 +36,9 @@ void dropClick(QAbstractButton* button, const std::function<void()>& deliver) {
 }  // namespace
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+  setDesktopFileName("mirelund");
+  findResources();
+  setWindowIcon(QIcon(":/mirelund-48.png"));
   // File dialogs keep the folders that they have shown in a file of their own, and wait
   // for half a minute where a program that was killed has left it locked. No file is
   // written that nobody named: nothing can be beneath a device.

@@ -9,7 +9,6 @@ int main(int argc, char** argv) {
   using namespace mirelund;
   Application application(argc, argv);
   QApplication::setApplicationDisplayName("Mirelund");
-  QApplication::setDesktopFileName("mirelund");
   useProgramFont();
 
   Global global;

@@ -4,6 +4,8 @@
 #include <QAbstractButton>
 #include <QButtonGroup>
 #include <QIcon>
+#include <QPixmap>
+#include <QResource>
 #include <QScopeGuard>
 #include <QSettings>
 #include <QSignalBlocker>
@@ -23,6 +25,13 @@ bool isBlocked(const QWidget* widget) {
   return modal != nullptr && modal != widget->window() && !modal->isAncestorOf(widget);
 }
 
+QPixmap programIcon() {
+  findResources();
+  const QResource pixels(":/mirelund-48.rgba");
+  constexpr int kSide = 48;
+  return QPixmap::fromImage(QImage(pixels.data(), kSide, kSide, QImage::Format_RGBA8888));
+}
+
 // Lets a button's delayed click run off, heard by nobody.
 void dropClick(QAbstractButton* button, const std::function<void()>& deliver) {
   QButtonGroup* const group = button->group();
@@ -37,8 +46,7 @@ void dropClick(QAbstractButton* button, const std::function<void()>& deliver) {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   setDesktopFileName("mirelund");
-  findResources();
-  setWindowIcon(QIcon(":/mirelund-48.png"));
+  setWindowIcon(programIcon());
   // File dialogs keep the folders that they have shown in a file of their own, and wait
   // for half a minute where a program that was killed has left it locked. No file is
   // written that nobody named: nothing can be beneath a device.

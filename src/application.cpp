@@ -10,6 +10,9 @@
 #include <QSettings>
 #include <QSignalBlocker>
 
+#include "app/accessible.h"
+#include "charts/chart_accessible.h"
+
 // The resources of a static library are there when they are asked for by name, from
 // outside any namespace.
 static void findResources() {
@@ -51,6 +54,8 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   // for half a minute where a program that was killed has left it locked. No file is
   // written that nobody named: nothing can be beneath a device.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
+  installAccessibility();
+  installChartAccessibility();
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -171,6 +172,9 @@ QString ActionMenu::selection() const {
   if (const auto* box = qobject_cast<QLineEdit*>(focus_->inside());
       box != nullptr && box->hasSelectedText())
     return box->selectedText();
+  if (const auto* result = qobject_cast<QLabel*>(focus_->inside());
+      result != nullptr && result->hasSelectedText())
+    return result->selectedText();
   const ReportBox* shown = report();
   return shown == nullptr ? QString() : shown->textCursor().selection().toPlainText();
 }

@@ -96,6 +96,13 @@ CalculatorPage::Options CalculatorPage::makeOptions(const char* name, const QStr
     options.group->addButton(button, element);
     column->addWidget(button, 0, Qt::AlignLeft);
   }
+  // Tab comes to the one that is chosen, also where nobody has chosen it.
+  connect(options.group, &QButtonGroup::buttonToggled, options.frame,
+          [options](QAbstractButton* chosen, bool on) {
+            if (!on || chosen->isHidden()) return;
+            for (QAbstractButton* button : options.group->buttons())
+              button->setFocusPolicy(button == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+          });
   return options;
 }
 

@@ -75,6 +75,8 @@ void FilteredEdit::setGreen(bool green) {
   colors.setColor(QPalette::Base, green ? kInputGreen : QColor(Qt::white));
   colors.setColor(QPalette::Text, Qt::black);
   colors.setColor(QPalette::PlaceholderText, kPlaceholderGray);
+  colors.setColor(QPalette::Highlight, kSelectionBlue);
+  colors.setColor(QPalette::HighlightedText, Qt::white);
   setPalette(colors);
 }
 

@@ -14,6 +14,10 @@ inline constexpr QColor kInputGreen(128, 255, 128);
 /// Of what such a box says while it is empty, 6 to 1 on the green.
 inline constexpr QColor kPlaceholderGray(64, 64, 64);
 
+/// The ground of what is selected there, whatever the desktop's is: it stands out from
+/// the green and the white, and the text from it.
+inline constexpr QColor kSelectionBlue(0, 64, 128);
+
 /// Typed keys, pasted, dropped and composed text all pass the same filter; the
 /// first key after the value was stored replaces the whole content. Enter is not
 /// typed but reported. What becomes of the value is up to the owner: BoxFocus

@@ -6,6 +6,8 @@
 #include <QStyle>
 #include <algorithm>
 
+#include "app/accessible.h"
+
 namespace mirelund {
 
 ReportBox::ReportBox(const char* name, int columns, int lines, QWidget* parent)
@@ -22,6 +24,10 @@ ReportBox::ReportBox(const char* name, int columns, int lines, QWidget* parent)
   fixed.setStyleHint(QFont::TypeWriter);
   fixed.setFixedPitch(true);
   setFont(fixed);
+  connect(this, &QPlainTextEdit::textChanged, this, [this] {
+    if (document()->isEmpty()) return;
+    announce(this, QString("%1: new text, %2 lines").arg(accessibleName()).arg(blockCount()));
+  });
 }
 
 void ReportBox::zoom(int steps) {

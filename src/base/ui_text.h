@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QString>
+#include <QWidget>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,13 @@ inline std::string toStdString(const QString& text) {
 /// A tooltip that shows the text as it is: tooltips guess what is markup.
 inline QString plainToolTip(const QString& text) {
   return text.isEmpty() ? text : "<span>" + text.toHtmlEscaped() + "</span>";
+}
+
+/// Gives a control such a tooltip. A screen reader, to which a tooltip is the control's
+/// description, gets the text without markup.
+inline void setPlainToolTip(QWidget* control, const QString& text) {
+  control->setToolTip(plainToolTip(text));
+  control->setAccessibleDescription(text);
 }
 
 /// A path as the file system has it: bytes.

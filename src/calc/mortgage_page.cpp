@@ -10,6 +10,7 @@
 
 #include "app/caption.h"
 #include "app/filtered_edit.h"
+#include "app/result_label.h"
 #include "base/ui_text.h"
 #include "calc/mortgage_help.h"
 #include "dialogs/prompts.h"
@@ -23,6 +24,7 @@ struct TextControl {
   const char* name;
   std::string MortgageTexts::*text;
   const char* label;
+  const char* said = nullptr;  ///< read out instead, where two labels are alike
 };
 
 constexpr TextControl kBoxes[] = {
@@ -32,7 +34,8 @@ constexpr TextControl kBoxes[] = {
     {"MTInMthPayment", &MortgageTexts::payment, nullptr},
 };
 
-constexpr TextControl kTotal = {"MTTotalPmts", &MortgageTexts::totalPmts, "Total interest paid"};
+constexpr TextControl kTotal = {"MTTotalPmts", &MortgageTexts::totalPmts, "Total interest paid",
+                                "Total interest paid, conventional mortgage"};
 
 constexpr TextControl kResults[] = {
     {"MTNumPmts", &MortgageTexts::numPmts, "Number of payments each year"},
@@ -40,7 +43,8 @@ constexpr TextControl kResults[] = {
     {"MTTotIntSaved", &MortgageTexts::totIntSaved, "Interest saved v normal mortgage"},
     {"MTNumYrs", &MortgageTexts::numYrs, "Number of years to final payment"},
     {"MTPiPmt", &MortgageTexts::piPmt, "Each payment, principal + interest"},
-    {"MTTotIntPaid", &MortgageTexts::totIntPaid, "Total interest paid"},
+    {"MTTotIntPaid", &MortgageTexts::totIntPaid, "Total interest paid",
+     "Total interest paid, accelerated mortgage"},
 };
 
 template <typename Table>
@@ -70,17 +74,28 @@ MortgagePage::MortgagePage(PageHost& host) : CalculatorPage(host, kMortgageBoxes
   MTCompPeriod_ = addListRow(grid, "MTCompPeriod", "Interest compounding periods per year",
                              textsOf(kCompoundingPeriods));
   for (const TextControl& box : kBoxes) addBoxRow(grid, box.name);
-  addResultRow(grid, kTotal.name, kTotal.label);
+  addResultRow(grid, kTotal.name, kTotal.label, kTotal.said);
   grid->addWidget(makeSolveFor(), 1, 2, grid->rowCount() - 1, 1, Qt::AlignTop);
 
   const int heading = grid->rowCount();
   grid->addWidget(makeHeading("Accelerated mortgage"), heading, 0, 1, 2);
   MTFreqPmt_ =
       addListRow(grid, "MTFreqPmt", "Frequency and type of payment", textsOf(kPaymentFrequencies));
-  for (const TextControl& result : kResults) addResultRow(grid, result.name, result.label);
+  for (const TextControl& result : kResults)
+    addResultRow(grid, result.name, result.label, result.said);
   grid->addWidget(makeDaysInYear(), heading + 1, 2, grid->rowCount() - heading - 1, 1,
                   Qt::AlignTop);
   addContent(grid);
+
+  // The results are stops of Tab behind whatever takes input.
+  QWidget* before = MTIRFactor_->button(kDaysNotApplicable);
+  const auto place = [&](const TextControl& row) {
+    auto* result = findChild<ResultLabel*>(row.name);
+    setTabOrder(before, result);
+    before = result;
+  };
+  place(kTotal);
+  for (const TextControl& row : kResults) place(row);
 
   addButtons("MT", this, &MortgagePage::MTCalculate_Click, &MortgagePage::MTHelp_Click,
              &MortgagePage::MTPrint_Click);
@@ -129,17 +144,11 @@ QGroupBox* MortgagePage::makeDaysInYear() {
   return options.frame;
 }
 
-void MortgagePage::addResultRow(QGridLayout* grid, const char* name, const QString& label) {
-  auto* result = new QLabel(this);
+void MortgagePage::addResultRow(QGridLayout* grid, const char* name, const QString& label,
+                                const char* said) {
+  auto* result = new ResultLabel(this);
   result->setObjectName(name);
-  result->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  result->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
-  result->setTextInteractionFlags(Qt::TextSelectableByMouse);
-  QPalette colors = result->palette();
-  colors.setColor(QPalette::Window, Qt::white);
-  colors.setColor(QPalette::WindowText, Qt::black);
-  result->setPalette(colors);
-  result->setAutoFillBackground(true);
+  result->setAccessibleName(said);
   result->setMinimumHeight(box(kBoxes[0].name)->sizeHint().height());
   addRow(grid, label, result);
 }

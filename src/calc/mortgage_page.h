@@ -32,7 +32,7 @@ class MortgagePage : public CalculatorPage {
   static void (MortgagePage::*clickOf(SolveFor solveFor))();
   QGroupBox* makeSolveFor();
   QGroupBox* makeDaysInYear();
-  void addResultRow(QGridLayout* grid, const char* name, const QString& label);
+  void addResultRow(QGridLayout* grid, const char* name, const QString& label, const char* said);
 
   /// The chosen box shows a result, white and locked; the other two take input.
   void choose(SolveFor solveFor);

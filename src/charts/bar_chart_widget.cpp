@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "charts/bar_chart_widget.h"
 
+#include <QAccessible>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QToolTip>
 #include <QtMath>
 #include <algorithm>
@@ -45,6 +48,7 @@ QBrush seriesBrush(std::size_t series) {
 BarChart::BarChart(QWidget* parent)
     : QCustomPlot(parent), categories_(QSharedPointer<QCPAxisTickerText>::create()) {
   setMinimumSize(320, 220);
+  setFocusPolicy(Qt::StrongFocus);
   QFont bold = font();
   bold.setBold(true);
   title_ = new QCPTextElement(this, "", bold);
@@ -77,6 +81,7 @@ BarChart::BarChart(QWidget* parent)
 
 void BarChart::setView(ChartView view) {
   view_ = std::move(view);
+  chosen_ = -1;
   title_->setText(toQString(view_.title));
   secondCaption_->setText(toQString(view_.secondCaption));
   secondCaption_->setVisible(!view_.secondCaption.empty());
@@ -88,7 +93,7 @@ void BarChart::setView(ChartView view) {
   for (std::size_t s = 0; s < view_.series.size(); ++s)
     for (std::size_t c = 0; c < view_.categories.size(); ++c)
       said << toQString(pointText(view_, s, c));
-  setAccessibleName(toQString(view_.title));
+  setAccessibleName(toQString(view_.title.empty() ? view_.secondCaption : view_.title));
   setAccessibleDescription(said.join("; "));
 
   addBars();
@@ -191,15 +196,98 @@ void BarChart::setFineness(double ratio) {
   replot();
 }
 
-QString BarChart::textAt(QPoint position) const {
-  if (!axisRect()->rect().contains(position)) return {};
+int BarChart::barAt(QPoint position) const {
+  if (!axisRect()->rect().contains(position)) return -1;
   const double key = xAxis->pixelToCoord(position.x());
   const auto category = std::llround(key);
-  if (category < 1 || category > std::ssize(view_.categories)) return {};
+  if (category < 1 || category > std::ssize(view_.categories)) return -1;
   const double within = (key - static_cast<double>(category)) / kGroupWidth + 0.5;
-  if (within < 0.0 || within >= 1.0) return {};
-  const auto series = static_cast<std::size_t>(within * static_cast<double>(view_.series.size()));
-  return toQString(pointText(view_, series, static_cast<std::size_t>(category - 1)));
+  if (within < 0.0 || within >= 1.0) return -1;
+  const auto series = static_cast<double>(view_.series.size());
+  return static_cast<int>((static_cast<double>(category - 1) + within) * series);
+}
+
+QString BarChart::textAt(QPoint position) const {
+  return textOfBar(barAt(position));
+}
+
+int BarChart::barCount() const {
+  return static_cast<int>(view_.series.size() * view_.categories.size());
+}
+
+QString BarChart::textOfBar(int bar) const {
+  if (bar < 0 || bar >= barCount()) return {};
+  const auto place = static_cast<std::size_t>(bar);
+  return toQString(pointText(view_, place % view_.series.size(), place / view_.series.size()));
+}
+
+QRect BarChart::rectOfBar(int bar) const {
+  if (bar < 0 || bar >= barCount()) return {};
+  const auto place = static_cast<std::size_t>(bar);
+  const std::size_t series = place % view_.series.size();
+  const std::size_t category = place / view_.series.size();
+  const double width = kGroupWidth / static_cast<double>(view_.series.size());
+  const double left =
+      static_cast<double>(category + 1) - kGroupWidth / 2 + width * static_cast<double>(series);
+  const QPointF corner(xAxis->coordToPixel(left),
+                       yAxis->coordToPixel(view_.series[series].values[category]));
+  const QPointF foot(xAxis->coordToPixel(left + width), yAxis->coordToPixel(0.0));
+  return QRectF(corner, foot).normalized().toAlignedRect() | QRect(corner.toPoint(), QSize(1, 1));
+}
+
+void BarChart::choose(int bar) {
+  chosen_ = bar;
+  update();
+  QToolTip::showText(mapToGlobal(rectOfBar(bar).topLeft()), plainToolTip(textOfBar(bar)), this);
+  QAccessibleEvent event(this, QAccessible::Focus);
+  event.setChild(bar);
+  QAccessible::updateAccessibility(&event);
+}
+
+void BarChart::focusInEvent(QFocusEvent* event) {
+  QCustomPlot::focusInEvent(event);
+  update();
+}
+
+void BarChart::focusOutEvent(QFocusEvent* event) {
+  QCustomPlot::focusOutEvent(event);
+  QToolTip::hideText();
+  update();
+}
+
+void BarChart::keyPressEvent(QKeyEvent* event) {
+  const int last = barCount() - 1;
+  const auto step = [&] {
+    switch (event->key()) {
+      case Qt::Key_Left:
+      case Qt::Key_Up:
+        return std::max(chosen_ - 1, 0);
+      case Qt::Key_Right:
+      case Qt::Key_Down:
+        return std::min(chosen_ + 1, last);
+      case Qt::Key_Home:
+        return 0;
+      case Qt::Key_End:
+        return last;
+      default:
+        return -1;
+    }
+  };
+  const int bar = last < 0 ? -1 : step();
+  if (bar < 0)
+    QCustomPlot::keyPressEvent(event);
+  else
+    choose(bar);
+}
+
+void BarChart::paintEvent(QPaintEvent* event) {
+  QCustomPlot::paintEvent(event);
+  // Not on paper, which is drawn finer than the screen.
+  if (!hasFocus() || chosen_ < 0 || bufferDevicePixelRatio() != devicePixelRatioF()) return;
+  constexpr int kThick = 2;
+  QPainter painter(this);
+  painter.setPen(QPen(palette().color(QPalette::Text), kThick));
+  painter.drawRect(rectOfBar(chosen_).adjusted(-2, -2, 2, 2));
 }
 
 void BarChart::mouseMoveEvent(QMouseEvent* event) {

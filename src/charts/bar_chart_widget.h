@@ -9,8 +9,9 @@
 namespace mirelund {
 
 /// Draws a ChartView: title, bars, gridlines, axis titles, a legend, and a second
-/// caption below. Pointing at a bar shows its exact value. The colours follow the
-/// window's palette.
+/// caption below. Pointing at a bar shows its exact value, and so do the arrow keys,
+/// Home and End, which walk the bars while the chart has the focus. The colours follow
+/// the window's palette.
 class BarChart : public QCustomPlot {
   Q_OBJECT
 
@@ -27,7 +28,22 @@ class BarChart : public QCustomPlot {
 
   const ChartView& view() const { return view_; }
 
+  /// The bars, category by category and in each series by series, counted from 0.
+  int barCount() const;
+  /// What pointing at a bar shows; empty for one that is not there.
+  QString textOfBar(int bar) const;
+  /// Where it is drawn; a bar of no height has a line's.
+  QRect rectOfBar(int bar) const;
+  /// Whose place this is, from the top of the chart to its bottom; -1 beside the bars.
+  int barAt(QPoint position) const;
+  /// The one that the keys have come to; -1 before that.
+  int chosenBar() const { return chosen_; }
+
  protected:
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void changeEvent(QEvent* event) override;
 
@@ -36,12 +52,14 @@ class BarChart : public QCustomPlot {
   void setRanges();
   void setColors();
   void fitCategories();
+  void choose(int bar);
 
   ChartView view_;
   QCPTextElement* title_;
   QCPTextElement* secondCaption_;
   QSharedPointer<QCPAxisTickerText> categories_;
   std::size_t step_ = 0;
+  int chosen_ = -1;
 };
 
 }  // namespace mirelund

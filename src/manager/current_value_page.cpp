@@ -83,7 +83,7 @@ void CurrentValuePage::addPriceBox(QGridLayout* grid, std::int16_t fundRow) {
   QLabel* label = addLabel({}, box);
   label->setTextFormat(Qt::PlainText);
   label->setText(elidedName(label, name, kNameCharacters).replace('&', "&&"));
-  label->setToolTip(plainToolTip(name));
+  setPlainToolTip(label, name);
   const int row = (fundRow - 1) % kRowsInColumn;
   const int place = (fundRow - 1) / kRowsInColumn * kPlacesInColumn;
   grid->addWidget(label, row, place);

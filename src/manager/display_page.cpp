@@ -142,7 +142,7 @@ void DisplayPage::nameFundInView() {
   const std::int16_t row = helpShown() ? std::int16_t{0} : fundAtLine(shownReport_.blocks, top);
   const QString name = toQString(manager().fundName(row));
   DDFund_->setText(elidedName(DDFund_, name, kNameCharacters).replace('&', "&&"));
-  DDFund_->setToolTip(plainToolTip(name));
+  setPlainToolTip(DDFund_, name);
 }
 
 }  // namespace mirelund

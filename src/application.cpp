@@ -11,6 +11,8 @@
 #include <QSignalBlocker>
 
 #include "app/accessible.h"
+#include "app/focus_ring.h"
+#include "app/readable_palette.h"
 #include "charts/chart_accessible.h"
 
 // The resources of a static library are there when they are asked for by name, from
@@ -56,6 +58,19 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   installAccessibility();
   installChartAccessibility();
+  installFocusRing();
+  makeReadable();
+}
+
+void Application::makeReadable() {
+  const QPalette readable = readablePalette(palette());
+  if (readable != palette()) setPalette(readable);
+}
+
+bool Application::event(QEvent* event) {
+  const bool done = QApplication::event(event);
+  if (event->type() == QEvent::ApplicationPaletteChange) makeReadable();
+  return done;
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {
@@ -68,7 +83,10 @@ bool Application::notify(QObject* receiver, QEvent* event) {
         return true;
       }
     }
-    return QApplication::notify(receiver, event);
+    const bool done = QApplication::notify(receiver, event);
+    if (type == QEvent::Paint && receiver->isWidgetType())
+      paintFocusRing(static_cast<QWidget*>(receiver));
+    return done;
   } catch (...) {
     failed(type == QEvent::Paint);
     return true;

@@ -22,7 +22,11 @@ class Application : public QApplication {
   /// is dropped.
   bool notify(QObject* receiver, QEvent* event) override;
 
+ protected:
+  bool event(QEvent* event) override;
+
  private:
+  void makeReadable();
   void failed(bool painting);
 
   std::function<void()> tell_ = [] {};

@@ -26,6 +26,17 @@ void CalculatorPage::load() {
   for (BoxEdit* box : edits_) box->load();
 }
 
+QWidget* CalculatorPage::firstControl() {
+  const auto takesFocus = [this](const QWidget* control) {
+    const auto* option = qobject_cast<const QRadioButton*>(control);
+    return isAncestorOf(control) && (control->focusPolicy() & Qt::TabFocus) != 0 &&
+           control->isEnabled() && (option == nullptr || option->isChecked());
+  };
+  QWidget* control = nextInFocusChain();
+  while (!takesFocus(control)) control = control->nextInFocusChain();
+  return control;
+}
+
 BoxEdit* CalculatorPage::box(std::string_view name) const {
   for (BoxEdit* box : edits_)
     if (box->rule().name == name) return box;

@@ -67,6 +67,9 @@ class CalculatorPage : public QFrame {
   /// list or a button.
   virtual void controlLeft(QWidget* /*control*/) {}
 
+  /// Where the focus starts: the control that Tab reaches first.
+  QWidget* firstControl();
+
   QPushButton* helpButton() const { return help_; }
   QPushButton* printButton() const { return print_; }
 

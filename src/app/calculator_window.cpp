@@ -101,13 +101,21 @@ void PQInvest::Form_Load() {
   SSTab1_->setCurrentIndex(static_cast<int>(parts_.startPage));
   connect(SSTab1_, &QTabWidget::currentChanged, this, &PQInvest::SSTab1_Click);
   SSTab1_Click(static_cast<int>(parts_.startPage));
+  page(global().CurrentTab)->firstControl()->setFocus(Qt::OtherFocusReason);
 }
 
 void PQInvest::SSTab1_Click(int index) {
   Results_->clear();
   resetCalculators(global().boxes, global().reports, global().chart);
   global().CurrentTab = static_cast<std::int16_t>(index);
-  page(index)->load();
+  CalculatorPage* const chosen = page(index);
+  chosen->load();
+  // Whoever walks the tabs with the keys stays on them, and what stands beside the
+  // pages keeps the focus too.
+  const QWidget* const now = focusWidget();
+  const QWidget* const holder = pages_[static_cast<std::size_t>(index)];
+  if (now == holder || (now != nullptr && holder->isAncestorOf(now)))
+    chosen->firstControl()->setFocus(Qt::OtherFocusReason);
 }
 
 void PQInvest::AllGraphs_Click() {

@@ -28,6 +28,13 @@ bool types(const QKeyEvent& event) {
   return !event.text().isEmpty() && event.text().front().category() != QChar::Other_Control;
 }
 
+// Whatever is printed on it, and whatever the locale has as its decimal point.
+bool isKeypadDecimal(const QKeyEvent& event) {
+  constexpr QChar kArabicPoint(0x66B);
+  const QString text = event.text();
+  return event.modifiers().testFlag(Qt::KeypadModifier) && (text == "," || text == kArabicPoint);
+}
+
 char asciiOf(const QKeyEvent& event) {
   if (event.key() == Qt::Key_Backspace) return '\b';
   const QString text = event.text();
@@ -114,6 +121,10 @@ void FilteredEdit::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Paste)) {
     pasteFrom(QClipboard::Clipboard);
     return;
+  }
+  if (isKeypadDecimal(*event)) {
+    QKeyEvent point(event->type(), Qt::Key_Period, event->modifiers(), ".");
+    return keyPressEvent(&point);
   }
   if (event->key() == Qt::Key_Delete) boxes_.BoxEdited = 1;
   if (!types(*event)) {

@@ -20,8 +20,8 @@ inline constexpr QColor kSelectionBlue(0, 64, 128);
 
 /// Typed keys, pasted, dropped and composed text all pass the same filter; the
 /// first key after the value was stored replaces the whole content. Enter is not
-/// typed but reported. What becomes of the value is up to the owner: BoxFocus
-/// tells it when the box is entered and left.
+/// typed but reported. The keypad's decimal key types a point in every locale. What becomes of the
+/// value is up to the owner: BoxFocus tells it when the box is entered and left.
 class FilteredEdit : public QLineEdit {
   Q_OBJECT
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/tab_guard.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
 #include <utility>
@@ -14,18 +14,35 @@ namespace mirelund {
 namespace {
 
 bool turnsPage(const QEvent& event) {
-  if (event.type() == QEvent::Shortcut || event.type() == QEvent::Wheel) return true;
-  if (event.type() != QEvent::KeyPress) return false;
-  const auto& key = static_cast<const QKeyEvent&>(event);
-  const bool isTab = key.key() == Qt::Key_Tab || key.key() == Qt::Key_Backtab;
-  return isTab && key.modifiers().testFlag(Qt::ControlModifier);
+  return event.type() == QEvent::Shortcut || event.type() == QEvent::Wheel;
 }
+
+struct TurningKey {
+  QKeyCombination key;
+  int pages;
+};
+
+// Shortcuts, because lists, reports and what stands beside the pages keep their keys.
+constexpr TurningKey kTurningKeys[] = {
+    {Qt::CTRL | Qt::Key_Tab, 1},
+    {Qt::CTRL | Qt::Key_PageDown, 1},
+    {Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, -1},
+    {Qt::CTRL | Qt::Key_PageUp, -1},
+};
 
 }  // namespace
 
 TabGuard::TabGuard(QTabWidget* tabs, BoxFocus* focus) : QObject(tabs), tabs_(tabs), focus_(focus) {
   tabs->installEventFilter(this);
   tabs->tabBar()->installEventFilter(this);
+  for (const TurningKey& turning : kTurningKeys)
+    connect(new QShortcut(turning.key, tabs->window()), &QShortcut::activated, this,
+            [this, pages = turning.pages] { turn(pages); });
+}
+
+void TabGuard::turn(int pages) {
+  if (refused(focus_->leaveNow())) return;
+  tabs_->setCurrentIndex((tabs_->currentIndex() + pages + tabs_->count()) % tabs_->count());
 }
 
 bool TabGuard::eventFilter(QObject* watched, QEvent* event) {

@@ -11,6 +11,9 @@ namespace mirelund {
 
 class BoxFocus;
 
+/// Ctrl+Tab and Ctrl+PageDown turn to the next page from every control of the window,
+/// Ctrl+Shift+Tab and Ctrl+PageUp to the one before, round and round.
+///
 /// Leaves the focused box before a page is turned, by the mouse, a mnemonic, the keys
 /// or the wheel: what the box has to tell is told while it is still to be seen, and
 /// where its value was refused the page stays; the tabs have the focus then, so that
@@ -30,6 +33,7 @@ class TabGuard : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void turn(int pages);
   bool pressed(int tab);
   bool released(int tab);
   /// Gives the tabs the focus where a value was not accepted.

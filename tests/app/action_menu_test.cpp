@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
 
 #include "app/guide.h"
 #include "dialogs/dialog_prompts.h"
@@ -328,6 +329,44 @@ class ActionMenuTest : public QObject {
     const QString text = program.prompts.informed[1];
     QVERIFY(text.startsWith("Mirelund 3.5\n"));
     QVERIFY(text.contains("GNU General Public License, version 3"));
+  }
+
+  void escapeClosesTheChartAndEveryDialog() {
+    Global global;
+    DialogPrompts prompts(global.dialogs);
+    PdfTarget printing;
+    Program program(prompts, printing, global);
+    program.start().show();
+    ProgramFixture::click("StartCalc");
+    QWidget* window = ProgramFixture::window("PQInvest");
+    QVERIFY(ProgramFixture::isActivated(window));
+    ProgramFixture::click("IGCalculate");
+    const std::pair<const char*, std::function<void()>> opened[] = {
+        {"chart", [] { ProgramFixture::click("AllGraphs"); }},
+        {"message", [&] { prompts.tell(window, Message::NothingToGraph); }},
+        {"question", [&] { QVERIFY(!prompts.ask(window, Question::Print)); }},
+        {"line", [&] { QVERIFY(!prompts.askLine(window, "Input", "A line")); }},
+        {"number", [&] { QVERIFY(!prompts.askRecordNumber(window, "A number")); }},
+        {"warning", [&] { prompts.warn(window, "A text"); }},
+        {"information", [&] { prompts.inform(window, "Title", "A text"); }},
+        {"confirmation", [&] { QVERIFY(!prompts.confirm(window, "A text", "Do it")); }},
+        {"open", [&] { QCOMPARE(prompts.askOpenPath(window, "Open", "", "All (*.PQD)"), ""); }},
+        {"save", [&] { QCOMPARE(prompts.askSavePath(window, "Save", "", "All (*.PQD)"), ""); }},
+    };
+    for (const auto& [name, open] : opened) {
+      bool stood = false;
+      QTimer presser;
+      connect(&presser, &QTimer::timeout, this, [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr || QApplication::focusWidget() == nullptr) return;
+        stood = true;
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+      });
+      presser.start(20);
+      open();
+      QVERIFY2(stood && QApplication::activeModalWidget() == nullptr, name);
+    }
+    delete window;
   }
 
   void theGuideLiesBesideTheProgram() {

@@ -16,6 +16,7 @@
 #include "app/action_menu.h"
 #include "app/box_focus.h"
 #include "app/tab_guard.h"
+#include "base/text.h"
 #include "base/ui_text.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
@@ -73,7 +74,6 @@ PQManagement::PQManagement(const Parts& parts)
       manager_(parts.global.boxes, parts.global.reports, parts.global.chart, parts.files),
       boxFocus_(new BoxFocus(this, [this](Message message) { tell(message); })) {
   setObjectName("PQManagement");
-  setWindowTitle("Investment manager");
   setAcceptDrops(true);
   manager_.setDateFormat(shortDateFormat(dateLocale()));
   manager_.DiscardDatabase();
@@ -230,6 +230,17 @@ void PQManagement::showCounters() {
   ENumRec_->setText(toQString(manager_.recordsText()));
   EDatabase_->setText(toQString(manager_.databaseText()));
   actions_->refresh();
+  showTitle();
+}
+
+void PQManagement::showTitle() {
+  // The toolkit puts its mark of changes at "[*]", and reads a doubled one as text.
+  constexpr char kMark[] = "[*]";
+  QString name = toQString(displayText(manager_.state().DatabaseName));
+  name.replace(kMark, QString(kMark) + kMark);
+  const QString caption = "Investment manager";
+  setWindowTitle(name.isEmpty() ? caption + kMark : name + kMark + " - " + caption);
+  setWindowModified(manager_.state().FileChanged != 0);
 }
 
 void PQManagement::showEntryPage() {

@@ -65,6 +65,8 @@ class PQManagement : public QWidget, private ManagerHost {
   bool ask(Question question, const std::string& recordNumber) override;
   bool mayDiscard() override;
   void showCounters() override;
+  /// The file's name, and whether it has changes.
+  void showTitle();
   void showEntryPage() override;
   void showChart() override;
   void print(QString report) override;

@@ -645,6 +645,13 @@ void onMessage(QtMsgType type, const QMessageLogContext& /*where*/, const QStrin
   diary::fail("the toolkit warns: " + text.toStdString());
 }
 
+// Whoever asks for the guide gets no browser beside the program.
+class Person : public DialogPrompts {
+ public:
+  using DialogPrompts::DialogPrompts;
+  bool browse(const QString& /*path*/) override { return true; }
+};
+
 int run(int argc, char** argv) {
   if (argc != 3) {
     std::fprintf(stderr, "usage: monkey SEED EVENTS\n");
@@ -672,7 +679,7 @@ int run(int argc, char** argv) {
   while (!monkey.done()) {
     ++sessions;
     Global global;
-    DialogPrompts prompts(global.dialogs);
+    Person prompts(global.dialogs);
     SystemPrintTarget printing(prompts);
     Program program(prompts, printing, global);
     monkey.setProgram(program);

@@ -165,6 +165,7 @@ class ActionMenuTest : public QObject {
   void copyTakesTheSelectionElseTheReport() {
     ProgramFixture program;
     program.openCalculations(4);
+    program.find<QPushButton>("AllGraphs")->setFocus();
     QGuiApplication::clipboard()->setText("before");
     chooseByKeys(program.window("PQInvest"), "ActionCopy");
     QCOMPARE(clipboard(), "before");  // nothing there to copy

@@ -101,8 +101,7 @@ class KeyboardTest : public QObject {
     else
       program.click("StartCalc");
     QVERIFY(program.isActivated(program.window("PQInvest")));
-    QCOMPARE(QApplication::focusWidget()->objectName(), "IGInMonthsYrs");
-    program.key(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), "IGInBegBal");
     QTest::keyClicks(QApplication::focusWidget(), "250");
     program.key(Qt::Key_Tab);
     QCOMPARE(program.box("IGInBegBal")->text(), "      $250.00");
@@ -113,7 +112,7 @@ class KeyboardTest : public QObject {
     program.click("StartCalc");
     QVERIFY(program.isActivated(program.window("PQInvest")));
     for (const char* first : {"RIWDrawalChoice_0", "CGInCostofInvest", "CRCapitalChoices_0",
-                              "PGInCurrBalance", "MTInPrincipal", "IGInMonthsYrs"}) {
+                              "PGInCurrBalance", "MTCompPeriod", "IGInBegBal"}) {
       program.key(Qt::Key_PageDown, Qt::ControlModifier);
       QCOMPARE(QApplication::focusWidget()->objectName(), first);
     }

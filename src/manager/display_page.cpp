@@ -84,7 +84,10 @@ void DisplayPage::shown() {
   }
   if (dataShown_ != state.dataRevision || helpShown()) {
     // A report of records that have changed since is no report.
-    if (dataShown_ != state.dataRevision) shownReport_ = {};
+    if (dataShown_ != state.dataRevision) {
+      shownReport_ = {};
+      shownFunds_ = kNoFund;
+    }
     dataShown_ = state.dataRevision;
     restoreReport();
   }
@@ -99,28 +102,32 @@ void DisplayPage::restoreReport() {
   nameFundInView();
 }
 
-void DisplayPage::show(ReportShown shown) {
+// Rows mean other funds when the funds have changed; all of them are all of them.
+void DisplayPage::restored(const Restored& /*step*/) {
+  const bool sameFunds = fundsShown_ == manager().state().fundsRevision;
+  const std::int16_t again = sameFunds || shownFunds_ == kAllFunds ? shownFunds_ : kNoFund;
+  shown();
+  if (again != kNoFund) showFunds(again);
+}
+
+void DisplayPage::showFunds(std::int16_t which) {
+  ReportShown shown;
+  {
+    const BusyPointer busy;
+    shown = which == kAllFunds ? manager().showAllFunds() : manager().showFund(which);
+  }
+  shownFunds_ = which;
   shownReport_ = std::move(shown.report);
   restoreReport();
   host().tell(shown.message);
 }
 
 void DisplayPage::DDispFunds_DblClick(QListWidgetItem* item) {
-  ReportShown shown;
-  {
-    const BusyPointer busy;
-    shown = manager().showFund(static_cast<std::int16_t>(DDispFunds_->row(item) + 1));
-  }
-  show(std::move(shown));
+  showFunds(static_cast<std::int16_t>(DDispFunds_->row(item) + 1));
 }
 
 void DisplayPage::DDisplall_Click() {
-  ReportShown shown;
-  {
-    const BusyPointer busy;
-    shown = manager().showAllFunds();
-  }
-  show(std::move(shown));
+  showFunds(kAllFunds);
 }
 
 void DisplayPage::DDHelp_Click() {

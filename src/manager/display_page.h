@@ -17,6 +17,7 @@ class DisplayPage : public ReportPage {
   explicit DisplayPage(ManagerHost& host);
 
   void shown() override;
+  void restored(const Restored& step) override;
   QWidget* firstControl() override;
 
  protected:
@@ -32,13 +33,18 @@ class DisplayPage : public ReportPage {
   void makeList(QHBoxLayout* row);
   void makeReportSide(QHBoxLayout* row);
   void makeButtons();
-  void show(ReportShown shown);
+  void showFunds(std::int16_t which);
   /// The label above the report: the fund at the top of the view.
   void nameFundInView();
+
+  // Of what a report is: the row of a fund, or one of these.
+  static constexpr std::int16_t kNoFund = -1;
+  static constexpr std::int16_t kAllFunds = 0;
 
   QListWidget* DDispFunds_;
   QLabel* DDFund_;
   FundReport shownReport_;
+  std::int16_t shownFunds_ = kNoFund;
   std::uint32_t fundsShown_ = 0;
   std::uint32_t dataShown_ = 0;
 };

@@ -130,6 +130,12 @@ void EntryPage::shown() {
   show(manager().showRecordList());
 }
 
+void EntryPage::restored(const Restored& step) {
+  fillFunds();
+  if (!step.rowKept) showRow();
+  show(step.outcome);
+}
+
 QWidget* EntryPage::firstControl() {
   return EFunds_;
 }

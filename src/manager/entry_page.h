@@ -18,6 +18,7 @@ class EntryPage : public ReportPage {
   explicit EntryPage(ManagerHost& host);
 
   void shown() override;
+  void restored(const Restored& step) override;
   QWidget* firstControl() override;
 
  protected:

@@ -56,6 +56,9 @@ class ManagerPage : public QWidget {
 
   /// The page was chosen: it shows the database as it is now.
   virtual void shown() = 0;
+  /// A step has been undone or redone while the page is in view: it shows the database
+  /// as it is now.
+  virtual void restored(const Restored& /*step*/) { shown(); }
   /// Where the focus starts.
   virtual QWidget* firstControl() = 0;
   /// The page's buttons, where it has them.

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "manager/manager_window.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDropEvent>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
+#include <QPointer>
 #include <QScreen>
 #include <QSessionManager>
 #include <QTabBar>
@@ -18,6 +20,7 @@
 #include "app/tab_guard.h"
 #include "base/text.h"
 #include "base/ui_text.h"
+#include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
 #include "manager/current_value_page.h"
@@ -57,6 +60,16 @@ struct PageEntry {
   /// The window is as large as these pages ask for: they are made with it, and no
   /// other asks for more (ManagerWindowTest.noPageAsksForMore).
   bool sizesWindow = false;
+};
+
+struct Restoring {
+  Command command;
+  Direction way;
+};
+
+constexpr Restoring kRestoring[] = {
+    {Command::Undo, Direction::Undo},
+    {Command::Redo, Direction::Redo},
 };
 
 constexpr PageEntry kPages[] = {
@@ -152,17 +165,33 @@ ActionMenu* PQManagement::makeActions() {
   const auto shown = [this] { return page(SSTab2_->currentIndex()); };
   actions->onButton(Command::Print, [shown] { return shown()->printButton(); });
   actions->on(Command::Exit, [this] { leave(); });
-  // Undoing acts on the database: a box takes the keys for its own typing.
-  actions->on(
-      Command::Undo, [] {}, [] { return false; });
-  actions->on(
-      Command::Redo, [] {}, [] { return false; });
+  // A box takes the keys for its own typing.
+  for (const Restoring& each : kRestoring)
+    actions->on(
+        each.command, [this, way = each.way] { restore(way); },
+        [this, way = each.way] { return manager_.canRestore(way); });
   actions->onButton(Command::Help, [shown] { return shown()->helpButton(); });
   return actions;
 }
 
 void PQManagement::startFilePage(int index) {
   if (auto* file = qobject_cast<FilePage*>(page(index))) file->start();
+}
+
+void PQManagement::restore(Direction way) {
+  const QPointer<QWidget> focus = boxFocus_->inside();
+  Restored restored;
+  {
+    const BusyPointer busy;
+    restored = manager_.restore(way);
+  }
+  if (!restored.outcome.showResults) return tell(restored.outcome.message);
+  showCounters();
+  ManagerPage* chosen = page(SSTab2_->currentIndex());
+  chosen->restored(restored);
+  // The control that had the focus may have gone with what was restored.
+  if (focus == nullptr || !focus->isVisible() || !focus->isEnabled())
+    chosen->firstControl()->setFocus(Qt::OtherFocusReason);
 }
 
 // --- leaving --------------------------------------------------------------------
@@ -229,6 +258,8 @@ void PQManagement::showCounters() {
   ENumFunds_->setText(toQString(manager_.fundsText()));
   ENumRec_->setText(toQString(manager_.recordsText()));
   EDatabase_->setText(toQString(manager_.databaseText()));
+  for (const Restoring& each : kRestoring)
+    actions_->action(each.command)->setText(toQString(manager_.stepText(each.way)));
   actions_->refresh();
   showTitle();
 }

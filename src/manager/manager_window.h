@@ -74,6 +74,8 @@ class PQManagement : public QWidget, private ManagerHost {
 
   ManagerPage* page(int index);
   ActionMenu* makeActions();
+  /// Undoes or redoes a step of the database.
+  void restore(Direction way);
   void makePages();
   QLayout* makeCounters();
   /// Choosing a file page with the mouse starts it, also when it is shown.

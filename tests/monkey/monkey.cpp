@@ -212,6 +212,7 @@ class Monkey : public QObject {
   void planDrop();
   void planWheel();
   void planClose();
+  void planRestore();
   void planFileDialog(QFileDialog* dialog);
 
   QWidget* drawWindow();
@@ -245,7 +246,7 @@ const Monkey::Action Monkey::kActions[] = {
     {14, &Monkey::planKey},        {12, &Monkey::planMnemonic}, {26, &Monkey::planClick},
     {4, &Monkey::planDoubleClick}, {16, &Monkey::planFill},     {2, &Monkey::planComposed},
     {3, &Monkey::planPaste},       {2, &Monkey::planDrop},      {2, &Monkey::planWheel},
-    {1, &Monkey::planClose},       {1, &Monkey::planEnd},
+    {1, &Monkey::planClose},       {1, &Monkey::planEnd},       {4, &Monkey::planRestore},
 };
 
 // --- events ---------------------------------------------------------------------
@@ -475,6 +476,20 @@ void Monkey::planClose() {
     if (window != nullptr && window->isVisible() && window->windowHandle() != nullptr)
       window->windowHandle()->close();
   });
+}
+
+// Undo or Redo, by its key or from the menu, which acts on the database though a box has
+// the focus; where nothing can be undone, whatever else stands there.
+void Monkey::planRestore() {
+  const bool redoes = draws_.oneIn(3);
+  const bool byKey = draws_.oneIn(2);
+  if (byKey)
+    return planKeyStroke(Qt::Key_Z, redoes ? Qt::ControlModifier | Qt::ShiftModifier
+                                           : Qt::KeyboardModifiers(Qt::ControlModifier));
+  planKeyStroke(Qt::Key_F10, Qt::NoModifier);
+  planKeyStroke(Qt::Key_Right, Qt::NoModifier);
+  if (redoes) planKeyStroke(Qt::Key_Down, Qt::NoModifier);
+  planKeyStroke(Qt::Key_Return, Qt::NoModifier);
 }
 
 // As a signal does that ends the program.

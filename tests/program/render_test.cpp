@@ -79,14 +79,15 @@ class Desktop {
 class RenderTest : public QObject {
   Q_OBJECT
 
+  const bool keepsPictures_ = qEnvironmentVariableIsSet("MIRELUND_PICTURES");
   QStringList faults_;
   QString look_;
   QStringList walked_;
 
   void keep(const Picture& taken, const QString& name) const {
     const QImage& picture = taken.pixels;
+    if (!keepsPictures_) return;
     const QString folder = qEnvironmentVariable("MIRELUND_PICTURES");
-    if (folder.isEmpty()) return;
     picture.save(QString("%1/%2-%3-%4.png")
                      .arg(folder, name, look_)
                      .arg(qRound(100 * picture.devicePixelRatio())));
@@ -127,6 +128,7 @@ class RenderTest : public QObject {
         const Picture with = pictureOf(window, around(control));
         add(view, {faintMark(control, without, with)});
         add(view + ", in focus", faintTextsOf(control, with));
+        if (keepsPictures_) keep(pictureOf(window), view + "-on-" + control->objectName());
       }
       QTest::keyClick(control, Qt::Key_Tab);
       control = QApplication::focusWidget();

@@ -9,14 +9,18 @@
 #include <QtMath>
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
+#include "app/short_names.h"
 #include "base/ui_text.h"
+#include "charts/bar_colors.h"
 
 namespace mirelund {
 
 namespace {
 
 constexpr double kGroupWidth = 0.8;  // of a category, for all its bars together
+constexpr QMargins kLeastMargins(15, 15, 15, 15);
 
 // Marks of the value axis as the program writes numbers.
 class ValueTicker : public QCPAxisTicker {
@@ -38,45 +42,48 @@ class ValueTicker : public QCPAxisTicker {
   double step_ = 1.0;
 };
 
-// Far apart in brightness too, so that they stay apart in a grey print.
-QBrush seriesBrush(std::size_t series) {
-  return series == 0 ? QBrush(QColor(0, 90, 156)) : QBrush(QColor(255, 178, 64));
-}
-
 }  // namespace
 
 BarChart::BarChart(QWidget* parent)
-    : QCustomPlot(parent), categories_(QSharedPointer<QCPAxisTickerText>::create()) {
-  setMinimumSize(320, 220);
+    : QCustomPlot(parent),
+      axes_(axisRect()),
+      title_(new QCPTextElement(this)),
+      secondCaption_(new QCPTextElement(this)),
+      legendRow_(new QCPLayoutGrid),
+      categories_(QSharedPointer<QCPAxisTickerText>::create()) {
+  // Labels kept as pixels would be enlarged on paper and on finer screens.
+  setPlottingHint(QCP::phCacheLabels, false);
   setFocusPolicy(Qt::StrongFocus);
-  QFont bold = font();
-  bold.setBold(true);
-  title_ = new QCPTextElement(this, "", bold);
   title_->setObjectName("ChartTitle");
-  secondCaption_ = new QCPTextElement(this, "", font());
   secondCaption_->setObjectName("ChartSecondCaption");
-
-  // From the top: title, axes, legend, second caption.
-  plotLayout()->insertRow(0);
-  plotLayout()->addElement(0, 0, title_);
-  auto* legendRow = new QCPLayoutGrid;
-  plotLayout()->addElement(2, 0, legendRow);
-  legendRow->addElement(0, 0, legend);
-  legendRow->setMargins(QMargins(0, 0, 0, 4));
+  plotLayout()->addElement(legendRow_);
+  legendRow_->addElement(0, 0, legend);
+  legendRow_->setMargins(QMargins(8, 0, 8, 6));
   legend->setVisible(true);
   legend->setFillOrder(QCPLegend::foColumnsFirst);
-  legend->setFont(font());
-  plotLayout()->setRowStretchFactor(2, 0.001);
-  plotLayout()->addElement(3, 0, secondCaption_);
 
   xAxis->setTicker(categories_);
   xAxis->setSubTicks(false);
   xAxis->grid()->setVisible(false);
-  for (QCPAxis* axis : {xAxis, yAxis}) {
-    axis->setTickLabelFont(font());
-    axis->setLabelFont(font());
+  setFonts(Ground::Screen);
+  connect(this, &QCustomPlot::beforeReplot, this, &BarChart::fitLabels);
+}
+
+// From the top: title, axes, legend, second caption; what is empty takes no place.
+void BarChart::stackElements() {
+  const std::initializer_list<QCPLayoutElement*> all = {title_, axes_, legendRow_, secondCaption_};
+  for (QCPLayoutElement* element : all)
+    if (element->layout() == plotLayout()) plotLayout()->take(element);
+  plotLayout()->simplify();
+  title_->setVisible(!title_->text().isEmpty());
+  secondCaption_->setVisible(!secondCaption_->text().isEmpty());
+  int row = 0;
+  for (QCPLayoutElement* element : all) {
+    if (!element->visible()) continue;
+    plotLayout()->addElement(row, 0, element);
+    plotLayout()->setRowStretchFactor(row, element == axes_ ? 1.0 : 0.001);
+    ++row;
   }
-  connect(this, &QCustomPlot::beforeReplot, this, &BarChart::fitCategories);
 }
 
 void BarChart::setView(ChartView view) {
@@ -84,7 +91,7 @@ void BarChart::setView(ChartView view) {
   chosen_ = -1;
   title_->setText(toQString(view_.title));
   secondCaption_->setText(toQString(view_.secondCaption));
-  secondCaption_->setVisible(!view_.secondCaption.empty());
+  stackElements();
   xAxis->setLabel(toQString(view_.categoryTitle));
   yAxis->setLabel(toQString(view_.valueTitle));
   yAxis->setTicker(QSharedPointer<ValueTicker>::create(view_.axis));
@@ -98,8 +105,7 @@ void BarChart::setView(ChartView view) {
 
   addBars();
   setRanges();
-  setColors();
-  step_ = 0;
+  setColors(Ground::Screen);
   replot(QCustomPlot::rpQueuedReplot);
 }
 
@@ -113,7 +119,6 @@ void BarChart::addBars() {
     auto* bars = new QCPBars(xAxis, yAxis);
     bars->setName(toQString(series.name));
     bars->setWidth(kGroupWidth / static_cast<double>(view_.series.size()));
-    bars->setBrush(seriesBrush(s));
     bars->setBarsGroup(group);
     QVector<QCPBarsData> points;
     for (std::size_t c = 0; c < series.values.size(); ++c)
@@ -136,11 +141,32 @@ void BarChart::setRanges() {
   xAxis->setRange(0.4, static_cast<double>(view_.categories.size()) + 0.6);
 }
 
-void BarChart::setColors() {
-  const QColor paper = palette().color(QPalette::Base);
-  const QColor ink = palette().color(QPalette::Text);
-  QColor grid = ink;
-  grid.setAlphaF(0.25F);
+void BarChart::setFonts(Ground ground) {
+  QFont plain = font();
+  if (ground != Ground::Screen) {
+    // Sized and spaced by the chart's units and not by the paper's points.
+    plain.setPixelSize(fontInfo().pixelSize());
+    plain.setHintingPreference(QFont::PreferNoHinting);
+  }
+  QFont bold = plain;
+  bold.setBold(true);
+  title_->setFont(bold);
+  secondCaption_->setFont(plain);
+  legend->setFont(plain);
+  for (QCPAxis* axis : {xAxis, yAxis}) {
+    axis->setTickLabelFont(plain);
+    axis->setLabelFont(plain);
+  }
+}
+
+void BarChart::setColors(Ground ground) {
+  const bool screen = ground == Ground::Screen;
+  const QColor paper = screen ? palette().color(QPalette::Base) : Qt::white;
+  const QColor ink = screen ? palette().color(QPalette::Text) : Qt::black;
+  // A quarter of the ink: opaque, since not every printer knows transparency.
+  const auto faint = [](int on, int of) { return (3 * on + of) / 4; };
+  const QColor grid(faint(paper.red(), ink.red()), faint(paper.green(), ink.green()),
+                    faint(paper.blue(), ink.blue()));
   setBackground(QBrush(paper));
   title_->setTextColor(ink);
   secondCaption_->setTextColor(ink);
@@ -156,43 +182,132 @@ void BarChart::setColors() {
   }
   yAxis->grid()->setPen(QPen(grid, 1, Qt::DotLine));
   yAxis->grid()->setZeroLinePen(QPen(ink));
-  for (int i = 0; i < plottableCount(); ++i) plottable(i)->setPen(QPen(ink, 1));
+  for (int i = 0; i < plottableCount(); ++i) {
+    const auto series = static_cast<std::size_t>(i);
+    plottable(i)->setPen(QPen(ink, 1));
+    plottable(i)->setBrush(ground == Ground::GreyPaper ? greyBarColor(series)
+                                                       : barColor(series, paper));
+  }
 }
 
-void BarChart::fitCategories() {
+// Names that lean take height from the values, and marks of the values width from the
+// names: twice, so that both know what the other has taken.
+void BarChart::fitLabels() {
   if (view_.categories.empty()) return;
-  const QFontMetricsF metrics(xAxis->tickLabelFont());
-  double widest = 0.0;
-  for (const std::string& category : view_.categories)
-    widest = std::max(widest, metrics.horizontalAdvance(toQString(category)));
-  // What the axis keeps of the width beside the marks of the value axis.
-  constexpr double kAxisShare = 0.8;
-  const double slot = width() * kAxisShare / xAxis->range().size();
-  const std::size_t step = labelStep(slot, widest + metrics.averageCharWidth());
-  if (step == step_) return;
-  step_ = step;
-
-  // Numbers that would touch are left out, for they can be counted on; names lean.
-  const bool lean = view_.managerButtons && step > 1;
-  constexpr double kLean = -35.0;  // upwards, so that a name ends below its bar
-  constexpr int kNameColumns = 16;
-  xAxis->setTickLabelRotation(lean ? kLean : 0.0);
-  // A name that would stick out to the left is not drawn.
-  const double longest = std::min(widest, metrics.averageCharWidth() * kNameColumns);
-  constexpr int kLeast = 15;
-  const int left = lean ? static_cast<int>(longest * std::cos(qDegreesToRadians(kLean))) : 0;
-  axisRect()->setMinimumMargins({std::max(kLeast, left), kLeast, kLeast, kLeast});
-  QMap<double, QString> ticks;
-  for (std::size_t c = 0; c < view_.categories.size(); ++c)
-    if (lean || (c + 1) % step == 0)
-      ticks[static_cast<double>(c + 1)] =
-          metrics.elidedText(toQString(view_.categories[c]), Qt::ElideRight,
-                             lean ? metrics.averageCharWidth() * kNameColumns : widest + 1);
-  categories_->setTicks(ticks);
+  constexpr int kPasses = 2;
+  for (int pass = 0; pass < kPasses; ++pass) {
+    axes_->setMinimumMargins(kLeastMargins);
+    updateLayout();
+    if (besideAxes_ != width() - axes_->width()) {
+      besideAxes_ = width() - axes_->width();
+      updateGeometry();
+    }
+    if (view_.managerButtons)
+      fitNames();
+    else
+      fitNumbers(axes_->width() / xAxis->range().size());
+    updateLayout();
+    // The step that a ticker finds may be a third less than it was asked for.
+    constexpr double kLinesToAMark = 1.7;
+    constexpr int kMostMarks = 5;
+    const double line = QFontMetricsF(yAxis->tickLabelFont()).height();
+    yAxis->ticker()->setTickCount(
+        std::clamp(static_cast<int>(axes_->height() / (kLinesToAMark * line)), 1, kMostMarks));
+  }
 }
 
-void BarChart::setFineness(double ratio) {
-  setBufferDevicePixelRatio(ratio);
+// Numbers that would touch are left out, for they can be counted on.
+void BarChart::fitNumbers(double slot) {
+  const QFontMetricsF metrics(xAxis->tickLabelFont());
+  QStringList labels;
+  double widest = 0.0;
+  for (const std::string& category : view_.categories) {
+    labels << toQString(category);
+    widest = std::max(widest, metrics.horizontalAdvance(labels.back()));
+  }
+  setCategories(labels, 0.0, labelStep(slot, widest + metrics.averageCharWidth()));
+}
+
+// Names lean upwards, each ending below its bar, where they do not fit side by side:
+// no more than their letters' height asks for.
+void BarChart::fitNames() {
+  const QFontMetricsF metrics(xAxis->tickLabelFont());
+  QStringList names;
+  double widest = 0.0;
+  for (const std::string& category : view_.categories) {
+    names << toQString(category);
+    widest = std::max(widest, metrics.horizontalAdvance(names.back()));
+  }
+  const double besideEachOther =
+      axes_->width() / xAxis->range().size() - metrics.averageCharWidth();
+  if (widest <= besideEachOther) return setCategories(names, 0.0);
+
+  // What leaning names may have of the chart: a part of its height, and of its width to
+  // the left of the first bar.
+  constexpr double kHeightShare = 0.4;
+  constexpr double kLeftShare = 0.3;
+  const double left = std::max(kLeftShare * width(), static_cast<double>(axes_->left()));
+  const double slot = (axes_->width() + axes_->left() - left) / xAxis->range().size();
+  constexpr int kMostUpright = 90;
+  int lean = 35;
+  while (lean < kMostUpright && slot * std::sin(qDegreesToRadians(lean)) < metrics.height())
+    lean += 5;
+  const double sine = std::sin(qDegreesToRadians(lean));
+  const double cosine = lean == kMostUpright ? 0.0 : std::cos(qDegreesToRadians(lean));
+  const double tall = (kHeightShare * height() - metrics.height() * cosine) / sine;
+  const auto beforeTick = [&](qsizetype i) { return (static_cast<double>(i) + 0.6) * slot; };
+  std::vector<double> widths;
+  for (qsizetype i = 0; i < names.size(); ++i) {
+    const double longest = left + beforeTick(i) - metrics.height();
+    widths.push_back(cosine > 0.0 ? std::min(tall, longest / cosine) : tall);
+  }
+  if (besideEachOther > *std::max_element(widths.begin(), widths.end()))
+    return setCategories(shortNames(names, metrics, besideEachOther), 0.0);
+
+  const QStringList labels = shortNames(names, metrics, widths);
+  double beforeAxes = kLeastMargins.left();
+  for (qsizetype i = 0; i < labels.size(); ++i)
+    beforeAxes = std::max(beforeAxes, metrics.horizontalAdvance(labels[i]) * cosine +
+                                          metrics.height() - beforeTick(i));
+  QMargins margins = kLeastMargins;
+  margins.setLeft(static_cast<int>(std::ceil(beforeAxes)));
+  axes_->setMinimumMargins(margins);
+  setCategories(labels, -lean);
+}
+
+void BarChart::setCategories(const QStringList& labels, double rotation, std::size_t every) {
+  QMap<double, QString> ticks;
+  const auto step = static_cast<qsizetype>(every);
+  for (qsizetype i = step; i <= labels.size(); i += step)
+    ticks[static_cast<double>(i)] = labels[i - 1];
+  categories_->setTicks(ticks);
+  xAxis->setTickLabelRotation(rotation);
+}
+
+QSize BarChart::minimumSizeHint() const {
+  constexpr QSize kLeast(320, 220);
+  constexpr int kLines = 12;
+  const int line = fontMetrics().height();
+  // Upright, a name is as wide as a line is high.
+  const double names = view_.managerButtons ? xAxis->range().size() * line : 0.0;
+  return QCustomPlot::minimumSizeHint().expandedTo(kLeast).expandedTo(
+      {besideAxes_ + static_cast<int>(std::ceil(names)), kLines * line});
+}
+
+QSize BarChart::sizeHint() const {
+  constexpr int kLines = 18;
+  return minimumSizeHint().expandedTo({0, kLines * fontMetrics().height()});
+}
+
+void BarChart::print(QCPPainter& painter, bool color) {
+  const Ground paper = color ? Ground::Paper : Ground::GreyPaper;
+  setFonts(paper);
+  setColors(paper);
+  fitLabels();
+  painter.setMode(QCPPainter::pmVectorized);
+  toPainter(&painter, width(), height());
+  setFonts(Ground::Screen);
+  setColors(Ground::Screen);
   replot();
 }
 
@@ -282,8 +397,7 @@ void BarChart::keyPressEvent(QKeyEvent* event) {
 
 void BarChart::paintEvent(QPaintEvent* event) {
   QCustomPlot::paintEvent(event);
-  // Not on paper, which is drawn finer than the screen.
-  if (!hasFocus() || chosen_ < 0 || bufferDevicePixelRatio() != devicePixelRatioF()) return;
+  if (!hasFocus() || chosen_ < 0) return;
   constexpr int kThick = 2;
   QPainter painter(this);
   painter.setPen(QPen(palette().color(QPalette::Text), kThick));
@@ -298,8 +412,13 @@ void BarChart::mouseMoveEvent(QMouseEvent* event) {
 
 void BarChart::changeEvent(QEvent* event) {
   QCustomPlot::changeEvent(event);
-  if (event->type() != QEvent::PaletteChange) return;
-  setColors();
+  if (event->type() == QEvent::PaletteChange)
+    setColors(Ground::Screen);
+  else if (event->type() == QEvent::FontChange)
+    setFonts(Ground::Screen);
+  else
+    return;
+  updateGeometry();
   replot();
 }
 

@@ -11,7 +11,8 @@ namespace mirelund {
 /// Draws a ChartView: title, bars, gridlines, axis titles, a legend, and a second
 /// caption below. Pointing at a bar shows its exact value, and so do the arrow keys,
 /// Home and End, which walk the bars while the chart has the focus. The colours follow
-/// the window's palette.
+/// the window's palette, the letters its font. Labels never touch: numbers are left
+/// out, names lean, and are shortened in the middle where they are too long for that.
 class BarChart : public QCustomPlot {
   Q_OBJECT
 
@@ -20,8 +21,13 @@ class BarChart : public QCustomPlot {
 
   void setView(ChartView view);
 
-  /// Pixels drawn for one of the screen's.
-  void setFineness(double ratio);
+  /// Draws the chart as lines and letters, of the widget's size in the painter's units;
+  /// black on white, in greys unless `color`.
+  void print(QCPPainter& painter, bool color);
+
+  /// What the labels need at the desktop's font, and what shows the values well.
+  QSize minimumSizeHint() const override;
+  QSize sizeHint() const override;
 
   /// What pointing at `position` shows; empty beside the bars.
   QString textAt(QPoint position) const;
@@ -48,17 +54,27 @@ class BarChart : public QCustomPlot {
   void changeEvent(QEvent* event) override;
 
  private:
+  /// On what is drawn: the window, or white paper.
+  enum class Ground : std::uint8_t { Screen, Paper, GreyPaper };
+
+  void stackElements();
   void addBars();
   void setRanges();
-  void setColors();
-  void fitCategories();
+  void setFonts(Ground ground);
+  void setColors(Ground ground);
+  void fitLabels();
+  void fitNumbers(double slot);
+  void fitNames();
+  void setCategories(const QStringList& labels, double rotation, std::size_t every = 1);
   void choose(int bar);
 
   ChartView view_;
+  QCPAxisRect* axes_;
   QCPTextElement* title_;
   QCPTextElement* secondCaption_;
+  QCPLayoutGrid* legendRow_;
   QSharedPointer<QCPAxisTickerText> categories_;
-  std::size_t step_ = 0;
+  int besideAxes_ = 0;  // of the width
   int chosen_ = -1;
 };
 

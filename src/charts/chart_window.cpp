@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <array>
@@ -48,8 +49,8 @@ PQGraph::PQGraph(Global& global, Prompts& prompts, PrintTarget& printing, QWidge
   addButton(row, "PQGPrint", "&Print", &PQGraph::PQGPrint_Click);
   addButton(row, "PQGExit", "E&xit", &PQGraph::PQGExit_Click)->setFocus();
   layout->addLayout(row);
-  resize(pixels(kWindowTwips, *this));
   Form_Load();
+  resize(openingSize());
 }
 
 QPushButton* PQGraph::addButton(QLayout* row, const char* name, const QString& caption,
@@ -82,34 +83,47 @@ void PQGraph::show(ChartView view) {
   if (message != Message::None) prompts_.tell(this, message);
 }
 
-QImage PQGraph::printedImage() {
-  // Finer than a screen, so that the print's lines and letters are clean; black
-  // on white, whatever the desktop's theme.
-  constexpr double kFiner = 4.0;
+// Larger where large letters ask for it and the screen has room.
+QSize PQGraph::openingSize() const {
+  constexpr QSize kFrame(16, 48);
+  const QSize room = screen()->availableSize() - kFrame;
+  const QSize usual = pixels(kWindowTwips, *this);
+  return usual.expandedTo(sizeHint().boundedTo(room));
+}
+
+void PQGraph::drawPrinted(QCPPainter& painter, double width, bool color) {
+  // Black on white, whatever the desktop's theme.
   const QPalette screen = palette();
   setPalette(QApplication::style()->standardPalette());
   resize(pixels(kPrintedTwips, *this));
-  MSChart1_->setFineness(kFiner);
-  QImage image(size() * kFiner, QImage::Format_RGB32);
-  image.setDevicePixelRatio(kFiner);
-  render(&image);
-  MSChart1_->setFineness(devicePixelRatio());
-  resize(pixels(kWindowTwips, *this));
+  painter.scale(width / this->width(), width / this->width());
+
+  // The window as an image finer than a screen's, its chart as lines and letters.
+  constexpr double kFiner = 4.0;
+  QImage window(size() * kFiner, QImage::Format_RGB32);
+  window.setDevicePixelRatio(kFiner);
+  window.fill(Qt::white);
+  render(&window, {}, QRegion(rect()) - MSChart1_->geometry());
+  if (!color) window.convertTo(QImage::Format_Grayscale8);
+  painter.drawImage(QRectF(rect()), window);
+  painter.translate(MSChart1_->pos());
+  MSChart1_->print(painter, color);
+
+  resize(openingSize());
   setPalette(screen);
-  return image;
 }
 
 void PQGraph::PQGPrint_Click() {
   if (!prompts_.ask(this, Question::Print)) return;
   const bool color = prompts_.ask(this, Question::PrintInColor);
-  QImage image;
-  {
-    const BusyPointer busy;
-    image = printedImage();
-  }
   constexpr double kMmPerInch = 25.4;
-  printImage(image, kPrintedTwips.width() / kTwipsPerInch * kMmPerInch, color, printing_, prompts_,
-             this);
+  QCPPainter painter;
+  const auto draw = [&](double width) {
+    const BusyPointer busy;
+    drawPrinted(painter, width, color);
+  };
+  printPicture({kPrintedTwips.width() / kTwipsPerInch * kMmPerInch, color, draw}, painter,
+               printing_, prompts_, this);
 }
 
 void PQGraph::PQGExit_Click() {

@@ -6,6 +6,7 @@
 
 #include "charts/chart_data.h"
 
+class QCPPainter;
 class QPushButton;
 
 namespace mirelund {
@@ -34,7 +35,8 @@ class PQGraph : public QDialog {
   using QDialog::show;
   QPushButton* addButton(QLayout* row, const char* name, const QString& caption,
                          void (PQGraph::*clicked)());
-  QImage printedImage();
+  QSize openingSize() const;
+  void drawPrinted(QCPPainter& painter, double width, bool color);
 
   Global& global_;
   Prompts& prompts_;

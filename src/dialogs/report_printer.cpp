@@ -3,16 +3,18 @@
 
 #include <QBuffer>
 #include <QFontMetricsF>
-#include <QImage>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <algorithm>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "base/file_store.h"
 #include "base/ui_text.h"
+#include "dialogs/page_breaks.h"
 #include "dialogs/prompts.h"
 
 namespace mirelund {
@@ -83,11 +85,11 @@ class PdfPrintout : public Printout {
 
 // Draws the pages and checks that they began, ended and were taken.
 template <typename Draw>
-bool printChecked(Printout& printout, Prompts& prompts, QWidget* over, Draw draw) {
-  QPainter painter;
+bool printChecked(Printout& printout, QPainter& painter, Prompts& prompts, QWidget* over,
+                  Draw draw) {
   bool drawn = painter.begin(&printout.pages());
   if (drawn) {
-    draw(painter);
+    draw();
     drawn = painter.end();
   }
   const QString failure = printout.finish(drawn);
@@ -109,20 +111,30 @@ QStringList broken(const QStringList& lines, qsizetype columns) {
   return pieces;
 }
 
+std::size_t linesThatFit(double height, const QFontMetricsF& metrics) {
+  const double below = height - metrics.ascent() - metrics.descent();
+  return below < 0.0 ? 1 : static_cast<std::size_t>(below / metrics.lineSpacing()) + 1;
+}
+
 void drawLines(QPagedPaintDevice& pages, QPainter& painter, const QFont& font,
                const QStringList& lines) {
   painter.setFont(font);
   const QFontMetricsF metrics(font, &pages);
-  const double pitch = metrics.lineSpacing();
   const double height = pages.pageLayout().paintRectPixels(pages.logicalDpiY()).height();
+  std::vector<std::string> texts;
+  for (const QString& line : lines) texts.push_back(toStdString(line));
+  const std::vector<std::size_t> starts = pageStarts(texts, linesThatFit(height, metrics));
+
+  auto next = std::next(starts.begin());
   double baseline = metrics.ascent();
-  for (const QString& line : lines) {
-    if (baseline + metrics.descent() > height) {
+  for (qsizetype i = 0; i < lines.size(); ++i) {
+    if (next != starts.end() && std::cmp_equal(i, *next)) {
+      ++next;
       pages.newPage();
       baseline = metrics.ascent();
     }
-    painter.drawText(QPointF(0.0, baseline), line);
-    baseline += pitch;
+    painter.drawText(QPointF(0.0, baseline), lines[i]);
+    baseline += metrics.lineSpacing();
   }
 }
 
@@ -159,12 +171,13 @@ bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts
     pages.setPageOrientation(QPageLayout::Landscape);
   lines =
       broken(lines, std::max<qsizetype>(1, static_cast<qsizetype>(columnsThatFit(pages, font))));
-  return printChecked(*printout, prompts, over,
-                      [&](QPainter& painter) { drawLines(pages, painter, font, lines); });
+  QPainter painter;
+  return printChecked(*printout, painter, prompts, over,
+                      [&] { drawLines(pages, painter, font, lines); });
 }
 
-bool printImage(const QImage& image, double widthMm, bool color, PrintTarget& target,
-                Prompts& prompts, QWidget* over) {
+bool printPicture(const PrintedPicture& picture, QPainter& painter, PrintTarget& target,
+                  Prompts& prompts, QWidget* over) {
   if (prompts.cancelsAll()) return false;
   const auto printout = target.open(over, "Mirelund chart");
   if (printout == nullptr) return false;
@@ -172,12 +185,11 @@ bool printImage(const QImage& image, double widthMm, bool color, PrintTarget& ta
   pages.setPageMargins(QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm),
                        QPageLayout::Millimeter);
   if (auto* printer = dynamic_cast<QPrinter*>(&pages))
-    printer->setColorMode(color ? QPrinter::Color : QPrinter::GrayScale);
-  return printChecked(*printout, prompts, over, [&](QPainter& painter) {
+    printer->setColorMode(picture.color ? QPrinter::Color : QPrinter::GrayScale);
+  return printChecked(*printout, painter, prompts, over, [&] {
     painter.setRenderHint(QPainter::LosslessImageRendering);
-    const double width = widthMm / 25.4 * pages.logicalDpiX();
-    const QRectF area(0.0, 0.0, width, width * image.height() / image.width());
-    painter.drawImage(area, color ? image : image.convertToFormat(QImage::Format_Grayscale8));
+    constexpr double kMmPerInch = 25.4;
+    picture.draw(picture.widthMm / kMmPerInch * pages.logicalDpiX());
   });
 }
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Reports on paper: fixed-pitch lines, drawn one by one.
+// Reports on paper: fixed-pitch lines, drawn one by one; and pictures.
 #pragma once
 
 #include <QString>
+#include <functional>
 #include <memory>
 
-class QImage;
 class QPagedPaintDevice;
+class QPainter;
 class QWidget;
 
 namespace mirelund {
@@ -52,14 +53,22 @@ class SystemPrintTarget : public PrintTarget {
 
 /// Prints a report behind two empty lines, in "Courier New" of so many points. The
 /// page turns to landscape where its lines are too long for portrait; a line too
-/// long for that is continued on the next. What goes wrong is told; false then,
-/// and when the person cancelled.
+/// long for that is continued on the next. A heading and its first lines stay on one
+/// page (dialogs/page_breaks.h). What goes wrong is told; false then, and when the
+/// person cancelled.
 bool PrintReport(const QString& report, int points, PrintTarget& target, Prompts& prompts,
                  QWidget* over);
 
-/// Prints an image `widthMm` wide at the top of a page, its height in proportion;
-/// in greys unless `color`. What goes wrong is told.
-bool printImage(const QImage& image, double widthMm, bool color, PrintTarget& target,
-                Prompts& prompts, QWidget* over);
+/// What is drawn at the top of a page, by the painter that goes with it.
+struct PrintedPicture {
+  double widthMm;
+  bool color;                              ///< else it is for `draw` to use greys alone
+  std::function<void(double width)> draw;  ///< so many of the painter's units wide
+};
+
+/// Prints a picture, images in it without loss. The caller's painter, not begun yet,
+/// is the page's while `draw` runs. What goes wrong is told.
+bool printPicture(const PrintedPicture& picture, QPainter& painter, PrintTarget& target,
+                  Prompts& prompts, QWidget* over);
 
 }  // namespace mirelund

@@ -2,7 +2,6 @@
 #include "charts/chart_window.h"
 
 #include <QTimer>
-#include <QtMath>
 
 #include "charts/bar_chart_widget.h"
 #include "charts/chart_kind.h"
@@ -13,11 +12,12 @@ namespace mirelund::testing {
 class ChartWindowTest : public QObject {
   Q_OBJECT
 
-  // Whether the printed image has no colour.
+  // Whether the printed page has no colour.
   static bool isGray(const PdfTarget& printed) {
     const QTemporaryDir folder;
-    printed.run("pdfimages", {"-png", printed.path, folder.filePath("image")});
-    const QImage image(folder.filePath("image-000.png"));
+    printed.run("pdftoppm",
+                {"-r", "60", "-png", "-singlefile", printed.path, folder.filePath("page")});
+    const QImage image(folder.filePath("page.png"));
     return !image.isNull() && image.allGray();
   }
 
@@ -160,6 +160,23 @@ class ChartWindowTest : public QObject {
     }
   }
 
+  // Letters of a font, once each, and no picture of letters.
+  void everyLabelIsPrintedAsText() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.click("MTCalculate");
+    program.prompts.answers = {true, true};
+    inChart([&](QWidget* /*window*/, BarChart* /*chart*/) { program.click("PQGPrint"); });
+    const QString text =
+        program.printing.run("pdftotext", {"-raw", program.printing.path, "-"}).simplified();
+    for (const char* label :
+         {"20,000", "40,000", "60,000", "80,000", "100,000", "Amount ($)", "Comparison",
+          "Conventional", "At the chosen frequency", "Total interest paid"})
+      QVERIFY2(text.count(label) == 1, qPrintable(QString("%1 in %2").arg(label, text)));
+    const QString fonts = program.printing.run("pdffonts", {program.printing.path});
+    QVERIFY2(fonts.contains("TrueType") && !fonts.contains("Type 3"), qPrintable(fonts));
+  }
+
   void noAnswerPrintsNothing() {
     ProgramFixture program;
     program.openCalculations(4);
@@ -181,29 +198,6 @@ class ChartWindowTest : public QObject {
       QCOMPARE(chart->xAxis->labelColor(), QColor(Qt::white));
       QCOMPARE(chart->grab().toImage().pixelColor(5, 5), QColor(Qt::black));
     });
-  }
-
-  void theFirstOfManyLongNamesHasRoom() {
-    Global global;
-    FakePrompts prompts;
-    PdfTarget printing;
-    global.chart.ChartKind = ChartKind::Manager;
-    global.chart.ChartCount = 18;
-    global.reports.ComparisonTotals.redimension(32, 7);
-    for (int i = 0; i < 18; ++i)
-      global.chart.ChartNames.push_back("A fund with quite a long name " + std::to_string(i));
-    PQGraph window(global, prompts, printing, nullptr);
-    window.setVisible(true);
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    auto* chart = window.findChild<BarChart*>("MSChart1");
-    chart->replot();
-    const auto ticks = qSharedPointerCast<QCPAxisTickerText>(chart->xAxis->ticker())->ticks();
-    QCOMPARE(ticks.size(), 18);
-    // It ends below its bar and leans to the left; what is cut off is not drawn.
-    const double length =
-        QFontMetricsF(chart->xAxis->tickLabelFont()).horizontalAdvance(ticks.first());
-    const double lean = qDegreesToRadians(chart->xAxis->tickLabelRotation());
-    QVERIFY(chart->xAxis->coordToPixel(1) >= length * std::cos(lean));
   }
 
   void anUnknownKindIsEmpty() {

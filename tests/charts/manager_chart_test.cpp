@@ -46,7 +46,7 @@ constexpr View kViews[] = {
      {"Alder: $2,000.00", "Birch: $750.00"}},
 };
 
-const QColor kBar(0, 90, 156);
+const QColor kBar(0, 70, 125);
 
 }  // namespace
 

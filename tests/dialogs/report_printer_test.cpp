@@ -99,6 +99,45 @@ class ReportPrinterTest : public QObject {
     QVERIFY(isLandscape(target));
   }
 
+  // Funds of one record, of two, and so on: their headings meet each place of a page.
+  void aHeadingAndItsFirstLinesStayOnOnePage() {
+    constexpr int kFunds = 40;
+    const std::string underline(90, '_');
+    std::string report;
+    for (int fund = 1; fund <= kFunds; ++fund) {
+      const std::string number = std::to_string(fund);
+      for (const std::string& line : {"Fund" + number + "-above", "Fund" + number + "-heading"})
+        appendLine(report, line);
+      appendLine(report, underline);
+      for (int record = 1; record <= fund; ++record)
+        appendLine(report, "Fund" + number + "-record" + std::to_string(record) + ".");
+      appendLine(report, underline);
+      appendLine(report, "Fund" + number + "-total");
+      appendLine(report, "Fund" + number + "-average");
+    }
+    FakePrompts prompts;
+    PdfTarget target;
+    QVERIFY(PrintReport(QString::fromStdString(report), 10, target, prompts, nullptr));
+    const QStringList pages = target.run("pdftotext", {target.path, "-"}).split('\f');
+    QVERIFY(pages.size() > 10);
+    for (int fund = 1; fund <= kFunds; ++fund) {
+      const auto word = [&](const QString& end) { return QString("Fund%1-%2").arg(fund).arg(end); };
+      const QString last = QString("record%1.").arg(fund);
+      const QString second = fund < 2 ? last : "record2.";
+      for (const QString& page : pages) {
+        QCOMPARE(page.contains(word("heading")), page.contains(word("above")));
+        QCOMPARE(page.contains(word("record1.")), page.contains(word("above")));
+        QCOMPARE(page.contains(word(second)), page.contains(word("above")));
+        QCOMPARE(page.contains(word("total")), page.contains(word(last)));
+        QCOMPARE(page.contains(word("average")), page.contains(word(last)));
+      }
+    }
+    // None is lost or moved.
+    QStringList printed = target.lines(6.0);
+    printed.removeAll("");
+    QCOMPARE(printed, linesOf(report));
+  }
+
   // What stood at the place stays, unless the new document is whole.
   void aDocumentThatCannotBeWrittenIsTold_data() {
     QTest::addColumn<QString>("reason");

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The colours of bars, on whatever ground.
+#pragma once
+
+#include <QColor>
+#include <cstddef>
+
+namespace mirelund {
+
+/// From 1 (the same brightness) to 21 (black on white): (L1 + 0.05) / (L2 + 0.05) of
+/// the relative luminances, the brighter above (WCAG 2.1, contrast ratio).
+double contrastRatio(const QColor& one, const QColor& other);
+
+/// What a bar must have against its ground.
+inline constexpr double kLeastContrast = 3.0;
+
+/// The bars of a series (they take turns from the third on): at least kLeastContrast
+/// against the ground, and apart from each other in brightness too, for those who see
+/// no colours.
+QColor barColor(std::size_t series, const QColor& ground);
+
+/// The same on white paper, without colour.
+QColor greyBarColor(std::size_t series);
+
+}  // namespace mirelund

@@ -9,12 +9,12 @@
 #include "dialogs/busy_pointer.h"
 #include "manager/current_value_help.h"
 #include "manager/entry_edits.h"
+#include "manager/fund_names.h"
 
 namespace mirelund {
 
 namespace {
 constexpr int kReportColumns = 85;
-constexpr int kNameCharacters = 24;
 constexpr int kPriceCharacters = 18;
 // Funds are listed down the columns, all of them in three.
 constexpr int kRowsInColumn = 6;
@@ -48,7 +48,7 @@ void CurrentValuePage::makeButtons() {
 
 void CurrentValuePage::makePriceBoxes() {
   delete prices_;
-  prices_ = new QWidget(this);
+  prices_ = new FundNames(this);
   auto* grid = new QGridLayout(prices_);
   grid->setContentsMargins(0, 0, 0, 0);
   CVInPrice_.assign(1, nullptr);
@@ -80,10 +80,7 @@ void CurrentValuePage::addPriceBox(QGridLayout* grid, std::int16_t fundRow) {
 
   const QString name = toQString(manager().fundName(fundRow));
   box->setAccessibleName("Price of " + name);
-  QLabel* label = addLabel({}, box);
-  label->setTextFormat(Qt::PlainText);
-  label->setText(elidedName(label, name, kNameCharacters).replace('&', "&&"));
-  setPlainToolTip(label, name);
+  QLabel* label = prices_->addName(name, box);
   const int row = (fundRow - 1) % kRowsInColumn;
   const int place = (fundRow - 1) / kRowsInColumn * kPlacesInColumn;
   grid->addWidget(label, row, place);

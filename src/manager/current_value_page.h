@@ -11,6 +11,7 @@ class QGridLayout;
 namespace mirelund {
 
 class AmountEdit;
+class FundNames;
 
 class CurrentValuePage : public ReportPage {
   Q_OBJECT
@@ -37,7 +38,7 @@ class CurrentValuePage : public ReportPage {
   void enterPressedIn(std::int16_t fundRow);
 
   QLabel* hint_;
-  QWidget* prices_ = nullptr;
+  FundNames* prices_ = nullptr;
   std::vector<AmountEdit*> CVInPrice_;  // by fund row, from 1
   QPushButton* CVCalc_;
   std::vector<QWidget*> behindPrices_;  // in the order of Tab

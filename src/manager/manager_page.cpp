@@ -5,6 +5,7 @@
 
 #include "app/caption.h"
 #include "app/report_box.h"
+#include "app/short_names.h"
 #include "base/ui_text.h"
 
 namespace mirelund {
@@ -55,10 +56,8 @@ void ReportPage::printShown() {
 }
 
 QString elidedName(const QWidget* label, const QString& name, int characters) {
-  const QFontMetrics metrics = label->fontMetrics();
-  // A name of thousands of characters need not be measured to its end.
-  return metrics.elidedText(name.left(4 * characters), Qt::ElideRight,
-                            characters * metrics.averageCharWidth());
+  const QFontMetricsF metrics(label->font());
+  return shortNames({name}, metrics, characters * metrics.averageCharWidth()).front();
 }
 
 }  // namespace mirelund

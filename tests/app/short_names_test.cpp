@@ -45,7 +45,7 @@ class ShortNamesTest : public QObject {
     QFETCH(QString, beginning);
     QFETCH(QString, end);
     const QStringList names = numbered(beginning, end);
-    for (const double characters : {20.0, 26.0}) {
+    for (const double characters : {23.0, 28.0}) {
       const double width = characters * metrics().averageCharWidth();
       const QStringList shown = shortNames(names, metrics(), width);
       QCOMPARE(QSet<QString>(shown.begin(), shown.end()).size(), 18);

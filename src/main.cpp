@@ -8,7 +8,6 @@
 int main(int argc, char** argv) {
   using namespace mirelund;
   Application application(argc, argv);
-  QApplication::setApplicationDisplayName("Mirelund");
   useProgramFont();
 
   Global global;

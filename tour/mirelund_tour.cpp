@@ -116,7 +116,6 @@ int main(int argc, char** argv) {
   // Dates are typed as month, day and year, wherever the tour plays.
   qputenv("LC_ALL", "en_US.UTF-8");
   const mirelund::Application application(argc, argv);
-  QApplication::setApplicationDisplayName("Mirelund");
   // A dialog that nobody expected would wait for an answer.
   constexpr int kPatienceMs = 120'000;
   QTimer::singleShot(kPatienceMs, qApp, [] { qFatal("the tour stands still"); });

@@ -42,7 +42,7 @@ class FundName : public QLabel {
 QLabel* FundNames::addName(const QString& name, QWidget* control) {
   auto* label = new FundName(name, this);
   label->setBuddy(control);
-  label->setToolTip(plainToolTip(name));
+  setPlainToolTip(label, name);
   names_ << name;
   labels_.push_back(label);
   return label;

@@ -446,7 +446,7 @@ class Day : public Person {
 TEST(UndoProperty, AnyDayIsUndoneToItsStartAndRedoneToItsEndByteForByte) {
   checkReaching({{"end"}, {"many steps", 0.6}, {"saved in between", 0.4}}, [](Reached& reached) {
     Day day(*anyIn(0, 2) == 0 ? Database() : *moderateDatabase());
-    const int acts = *anyIn(1, 60);
+    const int acts = *anyIn(20, 60);
     for (int i = 0; i < acts; ++i) {
       day.act();
       day.check();

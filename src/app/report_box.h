@@ -6,6 +6,7 @@
 
 namespace mirelund {
 
+/// Its text is as large as the desktop's, until it is zoomed.
 class ReportBox : public QPlainTextEdit {
   Q_OBJECT
 
@@ -14,7 +15,9 @@ class ReportBox : public QPlainTextEdit {
   /// where there is less.
   ReportBox(const char* name, int columns, int lines, QWidget* parent = nullptr);
 
-  /// Makes the text so many points larger, or smaller; 0 makes it as it was.
+  /// Makes the text of every report box of the window so many points larger, or
+  /// smaller; 0 makes it as large as the desktop's. Boxes that are made later are as
+  /// the others are. What a box asks of its layout stays as it is.
   void zoom(int steps);
 
   QSize sizeHint() const override { return sizeOf(columns_, lines_); }
@@ -22,13 +25,20 @@ class ReportBox : public QPlainTextEdit {
 
  protected:
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  /// With Ctrl held a notch of the wheel is a step.
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
+  void takeZoom();
   QSize sizeOf(int columns, int lines) const;
 
   int columns_;
   int lines_;
   int steps_ = 0;
+  /// What the wheel has turned of the next step, in eighths of a degree.
+  int turned_ = 0;
 };
 
 }  // namespace mirelund

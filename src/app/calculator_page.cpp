@@ -74,8 +74,8 @@ void CalculatorPage::addBoxRow(QGridLayout* grid, std::string_view name) {
   auto* edit = new BoxEdit(boxes(), rule, this);
   // Wide enough for the longest text that its field can show.
   constexpr int kColumns = 16;
-  edit->setFixedWidth(edit->fontMetrics().horizontalAdvance('0') *
-                      (rule.look == BoxLook::Text ? 2 * kColumns : kColumns));
+  const int columns = rule.look == BoxLook::Text ? 2 * kColumns : kColumns;
+  edit->setCharacters(columns, columns);
   QLabel* label = addRow(grid, toQString(rule.label), edit);
   label->setObjectName(rule.labelName.empty() ? edit->objectName() + "Label"
                                               : toQString(rule.labelName));

@@ -2,8 +2,8 @@
 #include "app/calculator_window.h"
 
 #include <QHBoxLayout>
+#include <QProxyStyle>
 #include <QPushButton>
-#include <QScreen>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -12,16 +12,29 @@
 #include "app/box_focus.h"
 #include "app/how_to_use_help.h"
 #include "app/report_box.h"
+#include "app/report_divider.h"
 #include "app/tab_guard.h"
 #include "base/ui_text.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
+#include "dialogs/screen_room.h"
 
 namespace mirelund {
 
 namespace {
-constexpr int kReportColumns = 45;
+constexpr int kReportColumns = 46;
 constexpr int kReportLines = 24;
+
+// So that six captions are whole beside a report on a screen of 1024 pixels.
+class NarrowTabs : public QProxyStyle {
+ public:
+  int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                  const QWidget* widget) const override {
+    constexpr int kBesideCaption = 10;
+    const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+    return metric == PM_TabBarTabHSpace ? std::min(usual, kBesideCaption) : usual;
+  }
+};
 }  // namespace
 
 PQInvest::PQInvest(const Parts& parts)
@@ -30,16 +43,16 @@ PQInvest::PQInvest(const Parts& parts)
   setObjectName("PQInvest");
   setWindowTitle("Calculations");
   auto* layout = new QHBoxLayout(this);
-  layout->addWidget(makeLeftSide());
+  auto* side = makeLeftSide();
   Results_ = new ReportBox("Results", kReportColumns, kReportLines, this);
-  layout->addWidget(Results_, 1);
+  layout->addWidget(new ReportDivider(side, Results_, this));
   connect(boxFocus_, &BoxFocus::left, this, [this](QWidget* control) {
     CalculatorPage* shown = page(global().CurrentTab);
     if (shown->isAncestorOf(control)) shown->controlLeft(control);
   });
   Form_Load();
   layout->setMenuBar(makeActions()->bar());
-  resize(sizeHint().boundedTo(screen()->availableSize()));
+  resize(onScreen(*this, sizeHint()));
 }
 
 QWidget* PQInvest::makeLeftSide() {
@@ -57,10 +70,14 @@ QWidget* PQInvest::makeLeftSide() {
       return made;
     }));
     SSTab1_->addTab(pages_.back(), entry.caption);
+    SSTab1_->setTabToolTip(SSTab1_->count() - 1, QString(entry.caption).trimmed());
     if (entry.sizesWindow) page(static_cast<int>(entry.page));
   }
   new TabGuard(SSTab1_, boxFocus_);
   // No caption is scrolled out of sight: without room they are cut.
+  auto* narrow = new NarrowTabs;
+  narrow->setParent(SSTab1_);
+  SSTab1_->tabBar()->setStyle(narrow);
   SSTab1_->setUsesScrollButtons(false);
   SSTab1_->setElideMode(Qt::ElideRight);
 
@@ -156,7 +173,7 @@ void PQInvest::afterClick(std::function<void()> action) {
 
 void PQInvest::show(const Outcome& outcome) {
   if (outcome.showResults) {
-    Results_->setPlainText(toQString(outcome.results));
+    Results_->showReport(toQString(outcome.results));
     handedOver_ = outcome.handedOver;
   }
   if (outcome.message != Message::None) prompts().tell(this, outcome.message);

@@ -10,7 +10,6 @@
 #include "app/calculator_page.h"
 #include "app/page_holder.h"
 
-class QPlainTextEdit;
 class QPushButton;
 class QTabWidget;
 
@@ -19,6 +18,7 @@ namespace mirelund {
 class ActionMenu;
 class BoxFocus;
 class PrintTarget;
+class ReportBox;
 
 class PQInvest : public QWidget, private PageHost {
   Q_OBJECT
@@ -65,7 +65,7 @@ class PQInvest : public QWidget, private PageHost {
   BoxFocus* boxFocus_;
   QTabWidget* SSTab1_;
   std::vector<PageHolder<CalculatorPage>*> pages_;
-  QPlainTextEdit* Results_;
+  ReportBox* Results_;
   /// The report is on screen alone.
   bool handedOver_ = false;
 };

@@ -64,17 +64,27 @@ void FilteredEdit::setFilter(KeyFilter filter, std::int16_t extraDecimals) {
   }
 }
 
-void FilteredEdit::setCharacters(int characters) {
-  constexpr int kLeast = 10;
+void FilteredEdit::setCharacters(int characters, int least) {
+  characters_ = characters;
+  leastCharacters_ = least;
+  takeRoom();
+}
+
+void FilteredEdit::takeRoom() {
+  if (characters_ == 0) return;
   const int digit = fontMetrics().horizontalAdvance('0');
-  wantedWidth_ = digit * characters;
-  setMinimumWidth(digit * kLeast);
-  setMaximumWidth(wantedWidth_);
+  setMinimumWidth(digit * leastCharacters_);
+  setMaximumWidth(digit * characters_);
+}
+
+void FilteredEdit::changeEvent(QEvent* event) {
+  QLineEdit::changeEvent(event);
+  if (event->type() == QEvent::FontChange) takeRoom();
 }
 
 QSize FilteredEdit::sizeHint() const {
   const QSize hint = QLineEdit::sizeHint();
-  return wantedWidth_ > 0 ? QSize(wantedWidth_, hint.height()) : hint;
+  return characters_ > 0 ? QSize(maximumWidth(), hint.height()) : hint;
 }
 
 void FilteredEdit::setGreen(bool green) {

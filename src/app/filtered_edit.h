@@ -36,8 +36,8 @@ class FilteredEdit : public QLineEdit {
   /// if anything.
   BoxLeft leave();
 
-  /// Asks for room for so many digits; where there is less, ten must do.
-  void setCharacters(int characters);
+  /// Asks for room for so many digits; where there is less, `least` must do.
+  void setCharacters(int characters, int least = 10);
   QSize sizeHint() const override;
 
   /// Green while it takes input, white while it shows a result.
@@ -63,12 +63,14 @@ class FilteredEdit : public QLineEdit {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
 
  private:
+  void takeRoom();
   void empty();
   void insertAtOnce(QString entering);
   void pasteFrom(int clipboardMode);
@@ -78,7 +80,8 @@ class FilteredEdit : public QLineEdit {
   std::int16_t extraDecimals_;
   QString untouched_;  ///< the text since the box was entered, before any edit
   bool selectOnClick_ = false;
-  int wantedWidth_ = 0;
+  int characters_ = 0;
+  int leastCharacters_ = 0;
 };
 
 /// An input box of a calculator page, ruled by its row of the box table.

@@ -8,6 +8,8 @@
 #include <functional>
 #include <utility>
 
+#include "app/page_scroll.h"
+
 namespace mirelund {
 
 template <typename Page>
@@ -24,8 +26,10 @@ class PageHolder : public QWidget {
   Page* page(QWidget* before) {
     if (page_ == nullptr) {
       page_ = make_();
-      layout()->addWidget(page_);
+      auto* scroll = new PageScroll(page_, this);
+      layout()->addWidget(scroll);
       page_->show();
+      scroll->show();
       for (QWidget* control = page_->nextInFocusChain(); page_->isAncestorOf(control);) {
         QWidget* const next = control->nextInFocusChain();
         if (control->focusPolicy() != Qt::NoFocus) {

@@ -51,6 +51,17 @@ ReportBox::ReportBox(const char* name, int columns, int lines, QWidget* parent)
   });
 }
 
+void ReportBox::showReport(const QString& report) {
+  const QString before = toPlainText();
+  setPlainText(report);
+  const QString now = toPlainText();
+  if (before.isEmpty() || now.size() == before.size() || !now.startsWith(before)) return;
+  qsizetype first = before.size();
+  while (first < now.size() && now[first] == '\n') ++first;
+  // Without line wrap the bar counts lines, and ends where the last is in view.
+  verticalScrollBar()->setValue(static_cast<int>(QStringView(now).first(first).count('\n')));
+}
+
 void ReportBox::zoom(int steps) {
   const int desktop = desktopPoints();
   const int zoomed = steps == 0
@@ -103,16 +114,24 @@ bool ReportBox::event(QEvent* event) {
   return QPlainTextEdit::event(event);
 }
 
+int ReportBox::widthOf(int columns) const {
+  const double text = QFontMetricsF(font(), this).horizontalAdvance(QString(columns, '0'));
+  return static_cast<int>(std::ceil(text)) + edges();
+}
+
+int ReportBox::edges() const {
+  return 2 * (frameWidth() + static_cast<int>(document()->documentMargin())) +
+         style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
 QSize ReportBox::sizeOf(int columns, int lines) const {
   const QFontMetricsF metrics(reportFont(), this);
-  const int frame = 2 * (frameWidth() + static_cast<int>(document()->documentMargin())) +
-                    style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  return {static_cast<int>(metrics.horizontalAdvance('0') * (columns + 1)) + frame,
-          static_cast<int>(metrics.lineSpacing() * lines) + frame};
+  return {static_cast<int>(metrics.horizontalAdvance('0') * (columns + 1)) + edges(),
+          static_cast<int>(metrics.lineSpacing() * lines) + edges()};
 }
 
 QSize ReportBox::minimumSizeHint() const {
-  constexpr int kLeastColumns = 24;
+  constexpr int kLeastColumns = 16;
   constexpr int kLeastLines = 6;
   return sizeOf(kLeastColumns, kLeastLines);
 }

@@ -20,6 +20,13 @@ class ReportBox : public QPlainTextEdit {
   /// the others are. What a box asks of its layout stays as it is.
   void zoom(int steps);
 
+  /// Shows a report, or a help. Where it goes on from the one shown before, what is new
+  /// is in view: all of it or, where it is taller than the box, its first lines.
+  void showReport(const QString& report);
+
+  /// How wide it is to show so many characters of a line.
+  int widthOf(int columns) const;
+
   QSize sizeHint() const override { return sizeOf(columns_, lines_); }
   QSize minimumSizeHint() const override;
 
@@ -32,6 +39,8 @@ class ReportBox : public QPlainTextEdit {
 
  private:
   void takeZoom();
+  /// Frame, margins and a scroll bar.
+  int edges() const;
   QSize sizeOf(int columns, int lines) const;
 
   int columns_;

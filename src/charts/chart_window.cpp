@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QStyle>
 #include <QVBoxLayout>
 #include <array>
@@ -15,6 +14,7 @@
 #include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
+#include "dialogs/screen_room.h"
 
 namespace mirelund {
 
@@ -85,10 +85,7 @@ void PQGraph::show(ChartView view) {
 
 // Larger where large letters ask for it and the screen has room.
 QSize PQGraph::openingSize() const {
-  constexpr QSize kFrame(16, 48);
-  const QSize room = screen()->availableSize() - kFrame;
-  const QSize usual = pixels(kWindowTwips, *this);
-  return usual.expandedTo(sizeHint().boundedTo(room));
+  return onScreen(*this, pixels(kWindowTwips, *this).expandedTo(sizeHint()));
 }
 
 void PQGraph::drawPrinted(QCPPainter& painter, double width, bool color) {

@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPointer>
-#include <QScreen>
 #include <QSessionManager>
 #include <QTabBar>
 #include <QTabWidget>
@@ -23,6 +22,7 @@
 #include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
+#include "dialogs/screen_room.h"
 #include "manager/current_value_page.h"
 #include "manager/display_page.h"
 #include "manager/entry_page.h"
@@ -100,7 +100,7 @@ PQManagement::PQManagement(const Parts& parts)
           Qt::DirectConnection);
   Form_Load();
   const QSize roomy = sizeHint() + QSize(0, kSpareLines * fontMetrics().lineSpacing());
-  resize(roomy.boundedTo(screen()->availableSize()));
+  resize(onScreen(*this, roomy));
 }
 
 ManagerPage* PQManagement::page(int index) {

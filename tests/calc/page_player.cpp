@@ -4,6 +4,7 @@
 #include <QAbstractItemView>
 #include <QEventLoop>
 #include <QFile>
+#include <QScrollArea>
 #include <QTimer>
 #include <cstdlib>
 #include <utility>
@@ -48,6 +49,9 @@ Widget* PagePlayer::inFront(const QString& name) const {
 
 void PagePlayer::clickOn(QWidget* control) {
   // The event goes to the control whatever lies above it; a person's would not.
+  // On a screen as small as this a page scrolls.
+  if (auto* scroll = frontPage()->findChild<QScrollArea*>(); scroll->isAncestorOf(control))
+    scroll->ensureWidgetVisible(control);
   const QPoint place = control->rect().center();
   QWidget* hit = window_->childAt(control->mapTo(window_, place));
   if (hit != control && !control->isAncestorOf(hit))

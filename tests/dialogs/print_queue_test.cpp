@@ -117,9 +117,9 @@ class PrintQueueTest : public QObject {
   // More than a page of it.
   void aReportArrivesWhole() {
     const auto print = [] {
-      ProgramFixture::choosePage(2);
-      ProgramFixture::click("IGCalculate");
-      ProgramFixture::click("IGPrint");
+      ProgramFixture::choosePage(1);
+      for (int mortgage = 0; mortgage < 9; ++mortgage) ProgramFixture::click("MTCalculate");
+      ProgramFixture::click("MTPrint");
     };
     QList<QImage> expected;
     {
@@ -127,7 +127,7 @@ class PrintQueueTest : public QObject {
       program.openCalculations(0);
       print();
       expected = pagesOf(program.printing.path);
-      QVERIFY(expected.size() > 2);
+      QVERIFY(expected.size() > 1);
     }
     Printing printing;
     print();

@@ -10,7 +10,7 @@ class CaptionsTest : public QObject {
   static QStringList captions() {
     QProcess tree;
     tree.start("xwininfo", {"-root", "-tree"});
-    tree.waitForFinished();
+    tree.waitForFinished(5'000);
     const QString text = QString::fromUtf8(tree.readAllStandardOutput());
     QStringList found;
     const QRegularExpression caption("\"([^\"]*)\": \\(");
@@ -23,7 +23,7 @@ class CaptionsTest : public QObject {
   void nothingStandsBehindThem_data() {
     QTest::addColumn<QString>("play");
     QTest::addColumn<QString>("caption");
-    QTest::newRow("start") << ""
+    QTest::newRow("start") << "Nothing Mouse"
                            << "Mirelund";
     QTest::newRow("calculators") << "StartCalc Mouse"
                                  << "Calculations";
@@ -40,8 +40,9 @@ class CaptionsTest : public QObject {
     environment.insert("LC_ALL", "C.UTF-8");
     program.setProcessEnvironment(environment);
     program.start(MIRELUND_PLAYER, QStringList());
-    QTRY_VERIFY2_WITH_TIMEOUT(captions().contains(caption), qPrintable(captions().join("; ")),
-                              15'000);
+    constexpr int kPatienceMs = 15'000;
+    QVERIFY2(QTest::qWaitFor([&] { return captions().contains(caption); }, kPatienceMs),
+             qPrintable(captions().join("; ")));
     for (const QString& each : captions())
       QVERIFY2(!each.contains(QChar(0x2014)), qPrintable(each));
     program.kill();

@@ -2,6 +2,7 @@
 #include "app/calculator_window.h"
 
 #include <QHBoxLayout>
+#include <QMenuBar>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QTabBar>

@@ -30,7 +30,12 @@ QSize PageScroll::minimumSizeHint() const {
 
 void PageScroll::follow(QWidget* focused) {
   if (focused == nullptr || !widget()->isAncestorOf(focused)) return;
-  if (QGuiApplication::mouseButtons() == Qt::NoButton) ensureWidgetVisible(focused);
+  if (QGuiApplication::mouseButtons() != Qt::NoButton) return;
+  // All of it or, where there is less room, its beginning.
+  constexpr int kAround = 8;
+  const QRect place(focused->mapTo(widget(), QPoint()), focused->size());
+  ensureVisible(place.right(), place.bottom(), kAround, kAround);
+  ensureVisible(place.left(), place.top(), kAround, kAround);
 }
 
 }  // namespace mirelund

@@ -36,6 +36,8 @@ void play() {
     steps.removeFirst();
     if (step.value(1) == "Close")
       control->close();
+    else if (auto* tabs = qobject_cast<QTabWidget*>(control))
+      tabs->setCurrentIndex(step.value(1).toInt());
     else
       press(qobject_cast<QPushButton*>(control), step.value(1));
   });

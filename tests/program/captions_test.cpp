@@ -27,8 +27,8 @@ class CaptionsTest : public QObject {
                            << "Mirelund";
     QTest::newRow("calculators") << "StartCalc Mouse"
                                  << "Calculations";
-    QTest::newRow("chart") << "StartCalc Mouse, PGCalculate Mouse, AllGraphs Mouse"
-                           << "Pension growth";
+    QTest::newRow("chart") << "StartCalc Mouse, SSTab1 1, MTCalculate Mouse, AllGraphs Mouse"
+                           << "Mortgage comparisons";
   }
 
   void nothingStandsBehindThem() {

@@ -197,7 +197,8 @@ class RenderTest : public QObject {
     lookAndWalk(window, "manager-value");
     program.global.chart.ChartKind = ChartKind::Manager;
     for (int fund = 1; fund <= 6; ++fund)
-      program.global.chart.ChartNames.push_back("A fund of a long name " + std::to_string(fund));
+      program.global.chart.ChartNames.push_back(
+          QString("A fund of a long name %1").arg(fund).toStdString());
     chart(program, "chart-manager");
     tabs->setCurrentIndex(4);
     lookAndWalk(window, "manager-save");

@@ -29,7 +29,7 @@ using Bars = std::array<QColor, 2>;
 }  // namespace
 
 double contrastRatio(const QColor& one, const QColor& other) {
-  const auto [low, high] = std::minmax(luminance(one), luminance(other));
+  const auto [low, high] = std::minmax({luminance(one), luminance(other)});  // by value
   return (high + 0.05) / (low + 0.05);
 }
 
@@ -42,8 +42,9 @@ QColor barColor(std::size_t series, const QColor& ground) {
   const QColor& wanted = (light ? onLight : onDark).at(series % 2);
   QColor color = wanted;
   // A ground in between leaves less room: towards what is farthest from it.
-  for (int step = 1; contrastRatio(color, ground) < kLeastContrast; ++step)
-    color = mixed(wanted, light ? black : white, static_cast<float>(step) / 20.0F);
+  constexpr int kSteps = 20;
+  for (int step = 1; step <= kSteps && contrastRatio(color, ground) < kLeastContrast; ++step)
+    color = mixed(wanted, light ? black : white, static_cast<float>(step) / kSteps);
   return color;
 }
 

@@ -17,6 +17,10 @@ PageScroll::PageScroll(QWidget* page, QWidget* parent) : QScrollArea(parent) {
           [this](QWidget* /*before*/, QWidget* focused) { follow(focused); });
 }
 
+PageScroll::~PageScroll() {
+  disconnect(qApp, nullptr, this, nullptr);
+}
+
 QSize PageScroll::sizeHint() const {
   return widget()->sizeHint();
 }

@@ -14,6 +14,8 @@ class PageScroll : public QScrollArea {
 
  public:
   explicit PageScroll(QWidget* page, QWidget* parent = nullptr);
+  /// What goes with the page gives its focus up when this follows none any more.
+  ~PageScroll() override;
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;

@@ -16,13 +16,13 @@ double luminance(const QColor& color) {
   return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
 }
 
+}  // namespace
+
 QColor between(const QColor& one, const QColor& other, float share) {
   const auto part = [share](float a, float b) { return a + (b - a) * share; };
   return QColor::fromRgbF(part(one.redF(), other.redF()), part(one.greenF(), other.greenF()),
                           part(one.blueF(), other.blueF()));
 }
-
-}  // namespace
 
 double contrastOf(const QColor& one, const QColor& other) {
   const auto [low, high] = std::minmax({luminance(one), luminance(other)});

@@ -7,10 +7,6 @@
 
 namespace mirelund {
 
-/// From 1 (the same brightness) to 21 (black on white): (L1 + 0.05) / (L2 + 0.05) of
-/// the relative luminances, the brighter above (WCAG 2.1, contrast ratio).
-double contrastRatio(const QColor& one, const QColor& other);
-
 /// What a bar must have against its ground.
 inline constexpr double kLeastContrast = 3.0;
 

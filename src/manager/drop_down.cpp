@@ -5,18 +5,9 @@
 #include <QWheelEvent>
 
 #include "app/filtered_edit.h"
+#include "app/readable_palette.h"
 
 namespace mirelund {
-
-namespace {
-
-// Two parts of a text's colour and one of its ground: 6 to 1 where it was black on white.
-QColor blended(const QColor& text, const QColor& ground) {
-  return QColor((2 * text.red() + ground.red()) / 3, (2 * text.green() + ground.green()) / 3,
-                (2 * text.blue() + ground.blue()) / 3);
-}
-
-}  // namespace
 
 DropDown::DropDown(const char* name, const QString& initialText, QWidget* parent)
     : QComboBox(parent) {
@@ -27,10 +18,11 @@ DropDown::DropDown(const char* name, const QString& initialText, QWidget* parent
   setMinimumContentsLength(static_cast<int>(initialText.size()));
   QPalette colors = palette();
   // While the list is locked it lies flat, and what is chosen is dimmed but readable.
+  constexpr float kDimmed = 0.33F;
   const QColor ground = colors.color(QPalette::Active, QPalette::Window);
   colors.setColor(QPalette::Disabled, QPalette::Button, ground);
   colors.setColor(QPalette::Disabled, QPalette::ButtonText,
-                  blended(colors.color(QPalette::Active, QPalette::ButtonText), ground));
+                  between(colors.color(QPalette::Active, QPalette::ButtonText), ground, kDimmed));
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     colors.setColor(group, QPalette::Button, kInputGreen);
     colors.setColor(group, QPalette::ButtonText, Qt::black);

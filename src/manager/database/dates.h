@@ -1,56 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Calendar dates: how they are kept, typed and shown.
+// Calendar dates as they are typed and shown.
 #pragma once
 
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "base/date.h"
+
 namespace mirelund {
-
-/// A day of the calendar, of the years 100 to 9999: a year of two digits never
-/// stands for itself. Dates compare as they follow each other.
-class Date {
- public:
-  /// No date; earlier than every date.
-  constexpr Date() = default;
-
-  /// Nothing when the calendar has no such day.
-  static constexpr std::optional<Date> of(int year, int month, int day) {
-    if (year < 100 || year > 9999 || month < 1 || month > 12 || day < 1) return std::nullopt;
-    if (day > daysIn(year, month)) return std::nullopt;
-    return Date(year << 9 | month << 5 | day);
-  }
-
-  /// Later than every date: what a record is given to be sorted last.
-  static constexpr Date afterAll() { return Date(std::numeric_limits<std::int32_t>::max()); }
-
-  constexpr int year() const { return key_ >> 9; }
-  constexpr int month() const { return key_ >> 5 & 15; }
-  constexpr int day() const { return key_ & 31; }
-
-  /// A number that orders as the dates do.
-  constexpr std::int32_t key() const { return key_; }
-
-  friend constexpr bool operator==(Date, Date) = default;
-  friend constexpr auto operator<=>(Date, Date) = default;
-
- private:
-  explicit constexpr Date(std::int32_t key) : key_(key) {}
-
-  static constexpr int daysIn(int year, int month) {
-    constexpr std::array<int, 13> kDays = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leap ? 29 : kDays[static_cast<std::size_t>(month)];
-  }
-
-  std::int32_t key_ = 0;
-};
 
 enum class DatePart : std::uint8_t { Day, Month, Year };
 

@@ -95,6 +95,10 @@ void ReportBox::showEvent(QShowEvent* event) {
   QPlainTextEdit::showEvent(event);
 }
 
+void ReportBox::inputMethodEvent(QInputMethodEvent* event) {
+  event->ignore();
+}
+
 void ReportBox::wheelEvent(QWheelEvent* event) {
   if (!event->modifiers().testFlag(Qt::ControlModifier)) return QPlainTextEdit::wheelEvent(event);
   turned_ += event->angleDelta().y();

@@ -34,6 +34,8 @@ class ReportBox : public QPlainTextEdit {
   bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  /// The toolkit lets a composed text into a box that takes no typing.
+  void inputMethodEvent(QInputMethodEvent* event) override;
   /// With Ctrl held a notch of the wheel is a step.
   void wheelEvent(QWheelEvent* event) override;
 

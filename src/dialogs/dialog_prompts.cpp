@@ -58,10 +58,11 @@ bool DialogPrompts::confirm(QWidget* over, const QString& text, const QString& a
 }
 
 bool DialogPrompts::ask(QWidget* over, Question question) {
-  // As if dismissed: the answer that gives nothing up.
-  if (cancelsAll()) return question == Question::DiscardChanges;
+  // The answer that gives nothing up.
+  const bool dismissed = question == Question::DiscardChanges;
+  if (cancelsAll()) return dismissed;
   state_.QuestionNumber = question;
-  StandingDialog<AllYesNo>(state_, over).wait();
+  if (!StandingDialog<AllYesNo>(state_, over).wait()) return dismissed;
   return state_.QuestionNumber == Question::AnsweredYes;
 }
 

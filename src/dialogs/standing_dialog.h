@@ -23,8 +23,11 @@ class StandingDialog {
   Dialog* operator->() const { return dialog_; }
 
   /// Shows the dialog until it is answered; false when it went unanswered with its
-  /// window: nothing can be asked of it then.
+  /// window: nothing can be asked of it then. So is a window that has been closed, which
+  /// the dialog's loop would destroy under whoever waits.
   bool wait() {
+    const QWidget* over = dialog_->parentWidget();
+    if (over != nullptr && !over->window()->isVisible()) return false;
     dialog_->exec();
     return dialog_ != nullptr;
   }

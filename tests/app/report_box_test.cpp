@@ -3,6 +3,7 @@
 #include "app/report_box.h"
 
 #include <QApplication>
+#include <QInputMethodEvent>
 #include <QTest>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -28,6 +29,15 @@ class ReportBoxTest : public QObject {
       QVERIFY(box.sizeHint().width() >=
               QFontMetricsF(box.font()).horizontalAdvance(QString(45, '0')));
     }
+  }
+
+  void takesNoComposedText() {
+    ReportBox box("Results", 45, 24);
+    box.showReport("Bought     1/15/2020");
+    QInputMethodEvent composed;
+    composed.setCommitString("10");
+    QApplication::sendEvent(&box, &composed);
+    QCOMPARE(box.toPlainText(), "Bought     1/15/2020");
   }
 
   void zoomStepsByPointsForAllBoxesOfTheWindow() {

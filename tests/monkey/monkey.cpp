@@ -412,7 +412,8 @@ void Monkey::planFill() {
 // No fund is called like a figure that must never be shown.
 QString forFocus(const QString& text) {
   const QWidget* focus = QApplication::focusWidget();
-  const bool filtered = focus != nullptr && focus->inherits("mirelund::FilteredEdit");
+  const bool filtered = focus != nullptr && focus->inherits("mirelund::FilteredEdit") &&
+                        focus->objectName() != "CGInNameOfInvest";
   return filtered || (text != "nan" && text != "inf") ? text : "fund";
 }
 

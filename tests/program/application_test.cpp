@@ -3,6 +3,7 @@
 #include "application.h"
 
 #include <QButtonGroup>
+#include <QPushButton>
 #include <QRadioButton>
 
 #include "program/real_program.h"
@@ -107,6 +108,23 @@ class ApplicationTest : public QObject {
       press(over, Qt::Key_Escape);
     };
     play([] { ProgramFixture::click("AllGraphs"); }, {chart, question});
+  }
+
+  // A click and the way out within one turn of the event loop, which destroys what was closed.
+  void aClosedWindowAsksNothing() {
+    RealProgram program;
+    const QPointer<QWidget> window = program.openManager();
+    auto* open = ProgramFixture::find<QPushButton>("OFOpen");
+    bool whole = false;
+    play(
+        [&] {
+          QVERIFY(window->close());
+          open->click();
+          whole = window != nullptr;
+        },
+        {});
+    QVERIFY(whole);
+    QTRY_VERIFY(window == nullptr && program.program.start().isVisible());
   }
 
   // As a screen reader presses it.

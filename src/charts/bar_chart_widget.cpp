@@ -14,12 +14,14 @@
 #include "app/short_names.h"
 #include "base/ui_text.h"
 #include "charts/bar_colors.h"
+#include "charts/hatched_bars.h"
 
 namespace mirelund {
 
 namespace {
 
 constexpr double kGroupWidth = 0.8;  // of a category, for all its bars together
+constexpr double kStackWidth = 0.6;
 constexpr QMargins kLeastMargins(15, 15, 15, 15);
 
 // Marks of the value axis as the program writes numbers.
@@ -109,17 +111,28 @@ void BarChart::setView(ChartView view) {
   replot(QCustomPlot::rpQueuedReplot);
 }
 
+// Of a bar, in categories.
+double BarChart::barWidth() const {
+  return view_.stacked ? kStackWidth : kGroupWidth / static_cast<double>(view_.series.size());
+}
+
 void BarChart::addBars() {
   clearPlottables();
   auto* group = new QCPBarsGroup(this);
   group->setSpacingType(QCPBarsGroup::stAbsolute);
   group->setSpacing(0);
+  QCPBars* below = nullptr;
   for (std::size_t s = 0; s < view_.series.size(); ++s) {
     const ChartSeries& series = view_.series[s];
-    auto* bars = new QCPBars(xAxis, yAxis);
+    QCPBars* const bars = view_.stacked || view_.series.size() > 2
+                              ? new HatchedBars(xAxis, yAxis, barFill(s))
+                              : new QCPBars(xAxis, yAxis);
     bars->setName(toQString(series.name));
-    bars->setWidth(kGroupWidth / static_cast<double>(view_.series.size()));
-    bars->setBarsGroup(group);
+    bars->setWidth(barWidth());
+    if (view_.stacked)
+      bars->moveAbove(std::exchange(below, bars));
+    else
+      bars->setBarsGroup(group);
     QVector<QCPBarsData> points;
     for (std::size_t c = 0; c < series.values.size(); ++c)
       points.append(QCPBarsData(static_cast<double>(c + 1), series.values[c]));
@@ -130,10 +143,11 @@ void BarChart::addBars() {
 void BarChart::setRanges() {
   double low = 0.0;
   double high = 0.0;
-  for (const ChartSeries& series : view_.series)
-    for (const double value : series.values) {
-      low = std::min(low, value);
-      high = std::max(high, value);
+  for (std::size_t s = 0; s < view_.series.size(); ++s)
+    for (std::size_t c = 0; c < view_.series[s].values.size(); ++c) {
+      const double end = barBase(view_, s, c) + view_.series[s].values[c];
+      low = std::min(low, end);
+      high = std::max(high, end);
     }
   if (low == high) high = 1.0;
   const double space = (high - low) * 0.06;
@@ -316,10 +330,28 @@ int BarChart::barAt(QPoint position) const {
   const double key = xAxis->pixelToCoord(position.x());
   const auto category = std::llround(key);
   if (category < 1 || category > std::ssize(view_.categories)) return -1;
-  const double within = (key - static_cast<double>(category)) / kGroupWidth + 0.5;
+  const double group = view_.stacked ? kStackWidth : kGroupWidth;
+  const double within = (key - static_cast<double>(category)) / group + 0.5;
   if (within < 0.0 || within >= 1.0) return -1;
+  if (view_.stacked) return nearestInStack(static_cast<int>(category - 1), position.y());
   const auto series = static_cast<double>(view_.series.size());
   return static_cast<int>((static_cast<double>(category - 1) + within) * series);
+}
+
+int BarChart::nearestInStack(int category, int y) const {
+  const auto series = static_cast<int>(view_.series.size());
+  int nearest = -1;
+  int least = 0;
+  for (int s = 0; s < series; ++s) {
+    if (view_.series[static_cast<std::size_t>(s)].values[static_cast<std::size_t>(category)] == 0.0)
+      continue;
+    const QRect bar = rectOfBar(category * series + s);
+    const int beside = std::max({bar.top() - y, y - bar.bottom(), 0});
+    if (nearest >= 0 && beside >= least) continue;
+    nearest = category * series + s;
+    least = beside;
+  }
+  return nearest;
 }
 
 QString BarChart::textAt(QPoint position) const {
@@ -341,12 +373,14 @@ QRect BarChart::rectOfBar(int bar) const {
   const auto place = static_cast<std::size_t>(bar);
   const std::size_t series = place % view_.series.size();
   const std::size_t category = place / view_.series.size();
-  const double width = kGroupWidth / static_cast<double>(view_.series.size());
+  const double width = barWidth();
   const double left =
-      static_cast<double>(category + 1) - kGroupWidth / 2 + width * static_cast<double>(series);
+      static_cast<double>(category + 1) -
+      (view_.stacked ? width / 2 : kGroupWidth / 2 - width * static_cast<double>(series));
+  const double base = barBase(view_, series, category);
   const QPointF corner(xAxis->coordToPixel(left),
-                       yAxis->coordToPixel(view_.series[series].values[category]));
-  const QPointF foot(xAxis->coordToPixel(left + width), yAxis->coordToPixel(0.0));
+                       yAxis->coordToPixel(base + view_.series[series].values[category]));
+  const QPointF foot(xAxis->coordToPixel(left + width), yAxis->coordToPixel(base));
   return QRectF(corner, foot).normalized().toAlignedRect() | QRect(corner.toPoint(), QSize(1, 1));
 }
 

@@ -13,6 +13,7 @@ namespace mirelund {
 /// Home and End, which walk the bars while the chart has the focus. The colours follow
 /// the window's palette, the letters its font. Labels never touch: numbers are left
 /// out, names lean, and are shortened in the middle where they are too long for that.
+/// Stacked series, and more than two, are hatched: none needs its colour.
 class BarChart : public QCustomPlot {
   Q_OBJECT
 
@@ -40,7 +41,8 @@ class BarChart : public QCustomPlot {
   QString textOfBar(int bar) const;
   /// Where it is drawn; a bar of no height has a line's.
   QRect rectOfBar(int bar) const;
-  /// Whose place this is, from the top of the chart to its bottom; -1 beside the bars.
+  /// Whose place this is, from the top of the chart to its bottom (of stacked ones, the
+  /// nearest of those that have a height); -1 beside the bars.
   int barAt(QPoint position) const;
   /// The one that the keys have come to; -1 before that.
   int chosenBar() const { return chosen_; }
@@ -66,6 +68,8 @@ class BarChart : public QCustomPlot {
   void fitNumbers(double slot);
   void fitNames();
   void setCategories(const QStringList& labels, double rotation, std::size_t every = 1);
+  double barWidth() const;
+  int nearestInStack(int category, int y) const;
   void choose(int bar);
 
   ChartView view_;

@@ -33,4 +33,10 @@ QColor greyBarColor(std::size_t series) {
   return bars.at(series % 2);
 }
 
+BarFill barFill(std::size_t series) {
+  constexpr std::array kFills{BarFill::Solid, BarFill::RisingLines, BarFill::FallingLines,
+                              BarFill::CrossedLines};
+  return kFills.at(series % kFills.size());
+}
+
 }  // namespace mirelund

@@ -133,6 +133,16 @@ std::string pointText(const ChartView& view, std::size_t series, std::size_t cat
   return text + ": " + shown.texts.at(category);
 }
 
+double barBase(const ChartView& view, std::size_t series, std::size_t category) {
+  const double value = view.series.at(series).values.at(category);
+  double base = 0.0;
+  for (std::size_t below = 0; view.stacked && below < series; ++below) {
+    const double other = view.series[below].values.at(category);
+    if ((other < 0.0) == (value < 0.0)) base += other;
+  }
+  return base;
+}
+
 double leastTickStep(double step) {
   if (step < 0.0001) return 0.0001;
   return step > 0.0002001 && step < 0.0005 ? 0.0005 : step;

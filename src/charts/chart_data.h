@@ -35,7 +35,7 @@ inline constexpr std::array<ManagerViewRow, 3> kManagerViews{{
 }};
 static_assert(standsInOrder(kManagerViews, &ManagerViewRow::view));
 
-/// One bar per category; all series of a view have as many.
+/// One bar a category; all series of a view have as many.
 struct ChartSeries {
   std::string name;                ///< in the legend
   std::vector<double> values;      ///< money, or percent as a number of percent
@@ -54,7 +54,15 @@ struct ChartView {
   ChartAxis axis = ChartAxis::Money;
   std::vector<ChartSeries> series;  ///< none: the chart is empty
   bool managerButtons = false;      ///< the manager's three buttons are seen
+  /// The series stand on each other and not side by side: from 0 upward what is not
+  /// negative, and downward what is.
+  bool stacked = false;
 };
+
+/// Where a bar begins, on the value axis: 0, or the sum of the bars of its category and
+/// its side of 0 that it is stacked on. Throws std::out_of_range for a bar that is not
+/// there.
+double barBase(const ChartView& view, std::size_t series, std::size_t category);
 
 /// The view that ChartKind asks for; an unknown kind gives an empty chart. For
 /// investment growth by periods (kind 9) the table is first compacted to year

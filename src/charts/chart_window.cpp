@@ -15,6 +15,7 @@
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
 #include "dialogs/screen_room.h"
+#include "dialogs/standing_dialog.h"
 
 namespace mirelund {
 
@@ -32,7 +33,20 @@ QSize pixels(QSize twips, const QWidget& on) {
 }  // namespace
 
 PQGraph::PQGraph(Global& global, Prompts& prompts, PrintTarget& printing, QWidget* over)
-    : QDialog(over), global_(global), prompts_(prompts), printing_(printing) {
+    : PQGraph(
+          [&global](ManagerView manager) {
+            return makeChartView(global.boxes, global.reports, global.chart, manager);
+          },
+          prompts, printing, over) {}
+
+PQGraph::PQGraph(const ChartView& view, Prompts& prompts, PrintTarget& printing, QWidget* over)
+    : PQGraph([&view](ManagerView) { return view; }, prompts, printing, over) {
+  // Without the manager's buttons nothing asks again.
+  viewOf_ = nullptr;
+}
+
+PQGraph::PQGraph(ViewOf viewOf, Prompts& prompts, PrintTarget& printing, QWidget* over)
+    : QDialog(over), viewOf_(std::move(viewOf)), prompts_(prompts), printing_(printing) {
   setObjectName("PQGraph");
   setModal(true);
   auto* layout = new QVBoxLayout(this);
@@ -63,17 +77,13 @@ QPushButton* PQGraph::addButton(QLayout* row, const char* name, const QString& c
 }
 
 void PQGraph::Form_Load() {
-  ChartView view = viewOf(ManagerView::GainDollars);
+  ChartView view = viewOf_(ManagerView::GainDollars);
   for (QPushButton* button : managerButtons_) button->setVisible(view.managerButtons);
   show(std::move(view));
 }
 
-ChartView PQGraph::viewOf(ManagerView manager) {
-  return makeChartView(global_.boxes, global_.reports, global_.chart, manager);
-}
-
 void PQGraph::showManagerView(ManagerView view) {
-  show(viewOf(view));
+  show(viewOf_(view));
 }
 
 void PQGraph::show(ChartView view) {
@@ -125,6 +135,11 @@ void PQGraph::PQGPrint_Click() {
 
 void PQGraph::PQGExit_Click() {
   accept();
+}
+
+void showChart(const ChartView& view, Prompts& prompts, PrintTarget& printing, QWidget* over) {
+  if (prompts.cancelsAll()) return;
+  StandingDialog<PQGraph>(view, prompts, printing, over).wait();
 }
 
 }  // namespace mirelund

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The chart window: draws what the last calculation or valuation left behind.
+// The chart window: draws what the last calculation or valuation left behind, or
+// what it is handed.
 #pragma once
 
 #include <QDialog>
+#include <functional>
 
 #include "charts/chart_data.h"
 
@@ -19,7 +21,10 @@ class PQGraph : public QDialog {
   Q_OBJECT
 
  public:
+  /// What Global's chart selectors ask for.
   PQGraph(Global& global, Prompts& prompts, PrintTarget& printing, QWidget* over);
+  /// A view that is finished: no Global is read or written.
+  PQGraph(const ChartView& view, Prompts& prompts, PrintTarget& printing, QWidget* over);
 
  private:
   void CVGainDollars_Click() { showManagerView(ManagerView::GainDollars); }
@@ -28,8 +33,10 @@ class PQGraph : public QDialog {
   void PQGPrint_Click();
   void PQGExit_Click();
 
+  using ViewOf = std::function<ChartView(ManagerView)>;
+  PQGraph(ViewOf viewOf, Prompts& prompts, PrintTarget& printing, QWidget* over);
+
   void Form_Load();
-  ChartView viewOf(ManagerView manager);
   void showManagerView(ManagerView view);
   void show(ChartView view);
   using QDialog::show;
@@ -38,11 +45,14 @@ class PQGraph : public QDialog {
   QSize openingSize() const;
   void drawPrinted(QCPPainter& painter, double width, bool color);
 
-  Global& global_;
+  ViewOf viewOf_;
   Prompts& prompts_;
   PrintTarget& printing_;
   BarChart* MSChart1_;
   QList<QPushButton*> managerButtons_;
 };
+
+/// Shows a view in a chart window over `over` and waits until it is closed.
+void showChart(const ChartView& view, Prompts& prompts, PrintTarget& printing, QWidget* over);
 
 }  // namespace mirelund

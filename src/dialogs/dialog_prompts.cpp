@@ -19,10 +19,21 @@ namespace mirelund {
 
 namespace {
 
-// The path with the ending of "... (*.PQD)" where its name has none.
-QString withEndingOf(const QString& filter, const QString& path) {
-  const QString ending = filter.section('*', -1).remove(')');
-  return fromPathBytes(withEnding(toPathBytes(path), toStdString(ending)));
+const QString kBetweenFilters = ";;";
+
+// ".PQD" of "... (*.PQD)".
+std::string endingIn(const QString& filter) {
+  return toStdString(filter.section('*', -1).remove(')'));
+}
+
+// The path with the ending of `chosen` where its name has none, or none of several.
+QString withEndingOf(const QString& filters, const QString& chosen, const QString& path) {
+  const std::string bytes = toPathBytes(path);
+  const QStringList all = filters.split(kBetweenFilters);
+  if (all.size() == 1) return fromPathBytes(withEnding(bytes, endingIn(filters)));
+  for (const QString& each : all)
+    if (endingOf(bytes) == endingIn(each)) return path;
+  return fromPathBytes(bytes + endingIn(chosen));
 }
 
 }  // namespace
@@ -80,10 +91,11 @@ std::optional<int> DialogPrompts::askRecordNumber(QWidget* over, const QString& 
   return dialog.wait() ? dialog->number() : std::nullopt;
 }
 
-QString DialogPrompts::askPath(QWidget* over, const QString& title, const QString& initial,
-                               const QString& filter, bool toOpen) {
+DialogPrompts::Chosen DialogPrompts::askPath(QWidget* over, const QString& title,
+                                             const QString& initial, const QString& filters,
+                                             bool toOpen) {
   if (cancelsAll()) return {};
-  StandingDialog<QFileDialog> dialog(over, title, initial, filter);
+  StandingDialog<QFileDialog> dialog(over, title, initial, filters);
   dialog->setAcceptMode(toOpen ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog->setFileMode(toOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   if (!QFileInfo(initial).isDir()) dialog->selectFile(initial);
@@ -92,21 +104,22 @@ QString DialogPrompts::askPath(QWidget* over, const QString& title, const QStrin
   const auto accepted = std::make_shared<QString>();
   QObject::connect(dialog.operator->(), &QFileDialog::fileSelected,
                    [accepted](const QString& path) { *accepted = path; });
-  return dialog.wait() && dialog->result() == QDialog::Accepted ? *accepted : QString();
+  if (!dialog.wait() || dialog->result() != QDialog::Accepted) return {};
+  return {*accepted, dialog->selectedNameFilter()};
 }
 
 QString DialogPrompts::askOpenPath(QWidget* over, const QString& title, const QString& initial,
                                    const QString& filter) {
-  return askPath(over, title, initial, filter, true);
+  return askPath(over, title, initial, filter, true).path;
 }
 
 QString DialogPrompts::askSavePath(QWidget* over, const QString& title, const QString& initial,
                                    const QString& filter) {
   QString shown = initial;
   for (;;) {
-    const QString typed = askPath(over, title, shown, filter, false);
+    const auto [typed, chosen] = askPath(over, title, shown, filter, false);
     if (typed.isEmpty()) return {};
-    shown = withEndingOf(filter, typed);
+    shown = withEndingOf(filter, chosen, typed);
     // The dialog has asked about the name as it was typed, and about no other.
     if (shown == typed || !QFileInfo::exists(shown)) return shown;
     StandingDialog<QMessageBox> box(

@@ -27,8 +27,12 @@ class DialogPrompts : public Prompts {
                       const QString& filter) override;
 
  private:
-  QString askPath(QWidget* over, const QString& title, const QString& initial,
-                  const QString& filter, bool toOpen);
+  struct Chosen {
+    QString path;    ///< empty when cancelled
+    QString filter;  ///< of several
+  };
+  Chosen askPath(QWidget* over, const QString& title, const QString& initial,
+                 const QString& filters, bool toOpen);
 
   DialogState& state_;
 };

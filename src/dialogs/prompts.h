@@ -41,7 +41,9 @@ class Prompts {
   /// Asks for a record number; nothing when cancelled.
   virtual std::optional<int> askRecordNumber(QWidget* over, const QString& prompt) = 0;
   /// Asks for a file to open or to save to; empty when cancelled. A name to save to
-  /// gets the filter's ending where it has none, and is asked about if it exists.
+  /// gets the filter's ending where it has none, and is asked about if it exists. Where
+  /// there are several filters, "One (*.one);;Other (*.other)", it has one of their
+  /// endings in the end: the one that it was typed with, else that of the filter chosen.
   virtual QString askOpenPath(QWidget* over, const QString& title, const QString& initial,
                               const QString& filter) = 0;
   virtual QString askSavePath(QWidget* over, const QString& title, const QString& initial,

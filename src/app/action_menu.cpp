@@ -56,6 +56,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {Save, Menu::File, false, "ActionSave", "Save", Qt::CTRL | Qt::Key_S},
     {SaveAs, Menu::File, false, "ActionSaveAs", "Save as...", kShift | Qt::Key_S},
     {Print, Menu::File, true, "ActionPrint", "Print...", Qt::CTRL | Qt::Key_P},
+    {Export, Menu::File, false, "ActionExport", "Export...", Qt::CTRL | Qt::Key_E},
     {Exit, Menu::File, true, "ActionExit", "Exit to menu", Qt::CTRL | Qt::Key_W},
     {Undo, Menu::Edit, false, "ActionUndo", "Undo", Qt::CTRL | Qt::Key_Z},
     {Redo, Menu::Edit, false, "ActionRedo", "Redo", kShift | Qt::Key_Z},

@@ -6,6 +6,7 @@
 //     ActionSave     ActionRedo      ActionZoomOut       ActionGuide
 //     ActionSaveAs   ActionCopy      ActionZoomReset     ActionAbout
 //     ActionPrint
+//     ActionExport
 //     ActionExit
 //
 // A window has those that mean something in it.
@@ -33,6 +34,7 @@ enum class Command : std::uint8_t {
   Save,
   SaveAs,
   Print,
+  Export,
   Exit,
   Undo,
   Redo,
@@ -44,7 +46,7 @@ enum class Command : std::uint8_t {
   Guide,
   About,
 };
-inline constexpr std::size_t kCommands = 14;
+inline constexpr std::size_t kCommands = 15;
 
 /// Commands by key and menu. The bar is opened by F10; no caption has a mnemonic, so
 /// that each Alt key keeps the button that it has. Whatever is chosen, the focused box

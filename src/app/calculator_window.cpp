@@ -11,6 +11,7 @@
 
 #include "app/action_menu.h"
 #include "app/box_focus.h"
+#include "app/export_command.h"
 #include "app/how_to_use_help.h"
 #include "app/report_box.h"
 #include "app/report_divider.h"
@@ -95,6 +96,7 @@ ActionMenu* PQInvest::makeActions() {
   auto* actions = new ActionMenu(this, boxFocus_, SSTab1_->tabBar(), prompts());
   const auto shown = [this] { return page(global().CurrentTab); };
   actions->onButton(Command::Print, [shown] { return shown()->printButton(); });
+  actions->on(Command::Export, [this] { exportTable(); });
   actions->on(Command::Exit, [this] { ExitProgram_Click(); });
   actions->onButton(Command::Help, [shown] { return shown()->helpButton(); });
   return actions;
@@ -176,6 +178,7 @@ void PQInvest::show(const Outcome& outcome) {
   if (outcome.showResults) {
     Results_->showReport(toQString(outcome.results));
     handedOver_ = outcome.handedOver;
+    table_ = outcome.table;
   }
   if (outcome.message != Message::None) prompts().tell(this, outcome.message);
 }
@@ -191,6 +194,12 @@ void PQInvest::print() {
   else
     PrintReport(handedOver_ ? Results_->toPlainText() : toQString(printedReport(global().reports)),
                 reportPoints(global().dialogs.ActiveWindow), parts_.printing, prompts(), this);
+}
+
+void PQInvest::exportTable() {
+  std::vector<Sheet> sheets;
+  if (!Results_->document()->isEmpty() && !table_.values.empty()) sheets.push_back(sheetOf(table_));
+  exportSheets(sheets, toQString(table_.name), prompts(), this, parts_.files);
 }
 
 }  // namespace mirelund

@@ -9,6 +9,7 @@
 
 #include "app/calculator_page.h"
 #include "app/page_holder.h"
+#include "base/file_store.h"
 
 class QPushButton;
 class QTabWidget;
@@ -25,7 +26,7 @@ class PQInvest : public QWidget, private PageHost {
 
  public:
   /// What the window is made with: the pages, in tab order, which of them it opens
-  /// with, and the way out to the person, the printer and the chart.
+  /// with, and the way out to the person, the printer, the chart and the disk.
   struct Parts {
     Global& global;
     Prompts& prompts;
@@ -33,6 +34,7 @@ class PQInvest : public QWidget, private PageHost {
     std::span<const CalculatorPageEntry> pages;
     CalculatorPageIndex startPage;
     std::function<void(QWidget* over)> showChart;
+    FileStore& files = systemFiles();
   };
 
   explicit PQInvest(const Parts& parts);
@@ -54,6 +56,7 @@ class PQInvest : public QWidget, private PageHost {
   void show(const Outcome& outcome) override;
   void emptyReport() override;
   void print() override;
+  void exportTable();
   using QWidget::show;
 
   CalculatorPage* page(int index);
@@ -68,6 +71,8 @@ class PQInvest : public QWidget, private PageHost {
   ReportBox* Results_;
   /// The report is on screen alone.
   bool handedOver_ = false;
+  /// What it shows, where that is one.
+  ReportTable table_;
 };
 
 }  // namespace mirelund

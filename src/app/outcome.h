@@ -1,12 +1,29 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
+#include "base/currency.h"
 #include "dialogs/messages.h"
+#include "export/sheet.h"
 
 namespace mirelund {
+
+/// The numbers of a report's table, without its totals.
+struct ReportTable {
+  std::string_view name;
+  /// The report's words; the columns are as many as are not empty.
+  std::array<std::string_view, 5> headings{};
+  /// Row by row: a whole number, then amounts.
+  std::vector<Currency> values;
+};
+
+/// The same as a typed table, its amounts with four decimals.
+Sheet sheetOf(const ReportTable& table);
 
 /// What a handler of core asks its window to do: show a message, and put `results`
 /// into the report box when `showResults` is set.
@@ -19,6 +36,8 @@ struct Outcome {
   std::string results;
   /// The report box alone keeps the report: ReportLines has been emptied.
   bool handedOver = false;
+  /// What `results` shows as a table; without values where that is no table.
+  ReportTable table{};
 
   static Outcome failed(Message why) { return {why, false, {}, false}; }
   static Outcome report(std::string text) { return {Message::None, true, std::move(text), false}; }

@@ -52,14 +52,25 @@ void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const Tabl
   store(++at, totals);
 }
 
+ReportTable reportTable(std::string_view name, const std::array<std::string_view, 5>& headings,
+                        std::span<const TableRow> rows) {
+  ReportTable table{name, headings, {}};
+  table.values.reserve(4 * rows.size());
+  for (const TableRow& row : rows)
+    for (const Currency value : {row.period, row.second, row.third, row.value})
+      table.values.push_back(value);
+  return table;
+}
+
 void setReport(Reports& reports, std::string report) noexcept {
   clearReports(reports);
   reports.StartOver = 0;
   reports.ReportLines[1] = std::move(report);
 }
 
-Outcome replaceReport(Reports& reports, std::string report) {
+Outcome replaceReport(Reports& reports, std::string report, ReportTable table) {
   Outcome outcome = Outcome::report(report);
+  outcome.table = std::move(table);
   setReport(reports, std::move(report));
   return outcome;
 }

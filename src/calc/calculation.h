@@ -3,6 +3,7 @@
 // the rules of a calculation that replaces the one before.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -66,11 +67,15 @@ void appendExample(std::string& help, std::string_view label, std::string_view v
 /// memory where the table was as large before.
 void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const TableRow& totals);
 
+/// The rows as a table to take along, under the report's words for its four columns.
+ReportTable reportTable(std::string_view name, const std::array<std::string_view, 5>& headings,
+                        std::span<const TableRow> rows);
+
 /// Replaces the report of a page that keeps no comparisons.
 void setReport(Reports& reports, std::string report) noexcept;
 
-/// The same, and shows it. Until this is called a failed calculation has left screen,
-/// report and chart alone; where it throws, for want of memory, it has changed nothing.
-Outcome replaceReport(Reports& reports, std::string report);
+/// The same, and shows it with its table. Until this is called a failed calculation has left
+/// screen, report and chart alone; where it throws, for want of memory, it has changed nothing.
+Outcome replaceReport(Reports& reports, std::string report, ReportTable table);
 
 }  // namespace mirelund

@@ -71,7 +71,9 @@ Outcome calculateCapitalRequired(BoxState& boxes, Reports& reports, ChartSelecto
     const CapitalRequired result = capitalRequired(
         {target.target, boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]});
     std::string title = "Growth in capital required over ";
-    Outcome outcome = replaceReport(reports, reportOf(target, texts, result));
+    Outcome outcome = replaceReport(
+        reports, reportOf(target, texts, result),
+        reportTable("Capital required", {"Year", "Invested", "Int/Growth", "Value"}, result.rows));
     storeTable(reports.ComparisonTable, result.rows, result.totals);
     chart.ChartCount = static_cast<std::int16_t>(result.rows.size());
     chart.ChartKind = ChartKind::CapitalRequired;

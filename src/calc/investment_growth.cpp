@@ -38,7 +38,11 @@ Outcome showComplete(Reports& reports, ChartSelectors& chart, const InvestmentGr
   appendLine(report, kUnderline);
   appendTableRow(report, result.totals);
   std::string title = "Investment growth over ";
-  Outcome outcome = replaceReport(reports, std::move(report));
+  const std::string_view label = rowOf(kContributionFrequencies, texts.frequency).rowLabel;
+  const std::string_view period = label.substr(0, label.find(' '));
+  Outcome outcome = replaceReport(
+      reports, std::move(report),
+      reportTable("Investment growth", {period, "Invested", "Int/Growth", "Value"}, result.rows));
 
   reports.ComparisonCount = 0;
   countComparison(reports, chart);

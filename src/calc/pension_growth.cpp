@@ -42,6 +42,18 @@ std::string reportOf(const PensionGrowthTexts& texts, const PensionGrowth& resul
   return report;
 }
 
+ReportTable tableOf(const PensionGrowth& result) {
+  ReportTable table{
+      "Pension growth", {"Year", "Salary", "Contributions", "Int/Growth", "Value"}, {}};
+  table.values.reserve(5 * result.rows.size());
+  for (std::size_t i = 0; i < result.rows.size(); ++i) {
+    const TableRow& row = result.rows[i];
+    for (const Currency value : {row.period, result.salaries[i], row.second, row.third, row.value})
+      table.values.push_back(value);
+  }
+  return table;
+}
+
 }  // namespace
 
 PensionGrowth pensionGrowth(const PensionGrowthInput& input) {
@@ -92,6 +104,7 @@ Outcome calculatePensionGrowth(BoxState& boxes, Reports& reports, ChartSelectors
     const PensionGrowth result = pensionGrowth(input);
     std::string report = reportOf(texts, result);
     Outcome outcome = Outcome::report(report);
+    outcome.table = tableOf(result);
     appendLine(outcome.results);
     outcome.results += "                            Hidden column >";
     std::string title = " Pension growth over ";

@@ -158,7 +158,10 @@ Outcome calculateRetirementIncome(BoxState& boxes, Reports& reports, ChartSelect
     const bool fixed = choice.choice == WithdrawalChoice::FixedAmount;
     std::string title =
         fixed ? "Retirement beginning balance over " : "Retirement ending balance over ";
-    Outcome outcome = replaceReport(reports, reportOf(choice, texts, *income));
+    Outcome outcome =
+        replaceReport(reports, reportOf(choice, texts, *income),
+                      reportTable("Retirement income",
+                                  {"Year", "Int/Growth", "Annual Income", "Value"}, income->rows));
     storeTable(reports.ComparisonTable, income->rows, income->totals);
     clearChart(chart);
     chart.ChartCount = static_cast<std::int16_t>(income->rows.size());

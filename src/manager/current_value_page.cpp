@@ -116,6 +116,10 @@ void CurrentValuePage::restoreReport() {
   showReport(manager().state().CVResults);
 }
 
+SheetMade CurrentValuePage::sheets() {
+  return manager().currentValueSheet();
+}
+
 void CurrentValuePage::CVCalc_Click() {
   if (!host().leaveFocused()) return;
   Outcome outcome;

@@ -24,6 +24,7 @@ class CurrentValuePage : public ReportPage {
 
  protected:
   void restoreReport() override;
+  SheetMade sheets() override;
 
  private:
   void CVCalc_Click();

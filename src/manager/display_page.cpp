@@ -102,6 +102,11 @@ void DisplayPage::restoreReport() {
   nameFundInView();
 }
 
+SheetMade DisplayPage::sheets() {
+  if (shownReport_.text.empty()) return {};
+  return shownFunds_ == kAllFunds ? manager().allFundsSheet() : manager().fundSheet(shownFunds_);
+}
+
 // Rows mean other funds when the funds have changed; all of them are all of them.
 void DisplayPage::restored(const Restored& /*step*/) {
   const bool sameFunds = fundsShown_ == manager().state().fundsRevision;

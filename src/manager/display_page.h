@@ -22,6 +22,7 @@ class DisplayPage : public ReportPage {
 
  protected:
   void restoreReport() override;
+  SheetMade sheets() override;
 
  private:
   void DDispFunds_DblClick(QListWidgetItem* item);

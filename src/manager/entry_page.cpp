@@ -144,6 +144,10 @@ void EntryPage::restoreReport() {
   show(manager().showRecordList());
 }
 
+SheetMade EntryPage::sheets() {
+  return manager().recordSheet();
+}
+
 // --- funds ----------------------------------------------------------------------
 
 void EntryPage::EFunds_Click(int index) {

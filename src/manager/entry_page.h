@@ -23,6 +23,7 @@ class EntryPage : public ReportPage {
 
  protected:
   void restoreReport() override;
+  SheetMade sheets() override;
   /// Escape gives a correction up.
   void keyPressEvent(QKeyEvent* event) override;
 

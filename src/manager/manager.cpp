@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "charts/chart_kind.h"
 #include "manager/manager_change.h"
+#include "manager/reports/report_sheets.h"
 
 namespace mirelund {
 
@@ -232,6 +233,41 @@ Message Manager::graphCurrentValue() noexcept {
   if (held_.state.CVResults.empty() || chart_.ChartCount == 0) return Message::NothingToGraph;
   chart_.ChartKind = ChartKind::Manager;
   return Message::None;
+}
+
+// --- exporting -------------------------------------------------------------------
+
+namespace {
+
+template <typename Make>
+SheetMade made(bool there, Make make) noexcept {
+  return mirelund::attempt(SheetMade{kFailed, {}}, [&] {
+    SheetMade result;
+    if (there) result.sheets.push_back(make());
+    return result;
+  });
+}
+
+}  // namespace
+
+SheetMade Manager::recordSheet() const noexcept {
+  return made(held_.state.ActiveFund != 0,
+              [this] { return mirelund::recordSheet(held_.database, held_.state.ActiveFundRow); });
+}
+
+SheetMade Manager::fundSheet(std::int16_t row) const noexcept {
+  return made(true, [&] { return transactionSheet(held_.database, row); });
+}
+
+SheetMade Manager::allFundsSheet() const noexcept {
+  return made(true, [this] { return mirelund::allFundsSheet(held_.database); });
+}
+
+SheetMade Manager::currentValueSheet() const noexcept {
+  return made(!held_.state.CVResults.empty(), [this] {
+    const std::span<const Currency> prices(held_.state.CVPrices);
+    return mirelund::currentValueSheet(held_.database, prices.first(held_.database.funds().size()));
+  });
 }
 
 // --- printing --------------------------------------------------------------------

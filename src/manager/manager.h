@@ -23,6 +23,7 @@
 #include "app/global.h"
 #include "app/input_boxes.h"
 #include "base/file_store.h"
+#include "export/sheet.h"
 #include "manager/database/fund_database.h"
 #include "manager/database/history.h"
 #include "manager/reports/fund_reports.h"
@@ -53,6 +54,8 @@ struct ManagerState {
   std::string DatabaseName;  ///< its file-name part; bytes
   EntryRow entry;            ///< the entry row
   std::string CVResults;     ///< the current-value table; empty when none stands
+  /// The prices that it was worked out at, a fund each in table order.
+  std::array<Currency, kMostFunds> CVPrices{};
   /// Changes whenever the fund list does: pages that list funds rebuild them then.
   std::uint32_t fundsRevision = 0;
   /// Changes whenever a record or fund does: reports shown are stale then.
@@ -69,6 +72,12 @@ struct DeleteAsked {
 struct ReportShown {
   Message message = Message::None;  ///< 3 where a total leaves the range; no report then
   FundReport report;
+};
+
+/// A report as a table to take along.
+struct SheetMade {
+  Message message = Message::None;  ///< 3 where a number leaves the range or memory lacks
+  std::vector<Sheet> sheets;        ///< none: there is no report
 };
 
 /// What undo or redo leads to.
@@ -255,6 +264,15 @@ class Manager {
 
   /// CVGraph: message 4 with nothing calculated; else ChartKind 8.
   Message graphCurrentValue() noexcept;
+
+  // --- exporting --------------------------------------------------------------
+
+  /// The active fund's record list, the transaction reports of the display page, the
+  /// current-value table as it was last calculated; each is there as long as its report.
+  SheetMade recordSheet() const noexcept;
+  SheetMade fundSheet(std::int16_t row) const noexcept;
+  SheetMade allFundsSheet() const noexcept;
+  SheetMade currentValueSheet() const noexcept;
 
   // --- printing ---------------------------------------------------------------
 

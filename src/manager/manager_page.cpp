@@ -55,6 +55,10 @@ void ReportPage::printShown() {
   host().print(report_->toPlainText());
 }
 
+void ReportPage::exportShown() {
+  host().exportReport(helpShown_ ? SheetMade() : sheets());
+}
+
 QString elidedName(const QWidget* label, const QString& name, int characters) {
   const QFontMetricsF metrics(label->font());
   return shortNames({name}, metrics, characters * metrics.averageCharWidth()).front();

@@ -43,6 +43,8 @@ class ManagerHost {
   virtual void showChart() = 0;
   /// Prints a report, or tells that there is none.
   virtual void print(QString report) = 0;
+  /// Writes a report to a file that the person names, or tells that there is none.
+  virtual void exportReport(const SheetMade& report) = 0;
   /// Leaves the manager, unless the person stays.
   virtual void leave() = 0;
 };
@@ -64,6 +66,8 @@ class ManagerPage : public QWidget {
   /// The page's buttons, where it has them.
   virtual QPushButton* helpButton() const { return nullptr; }
   virtual QPushButton* printButton() const { return nullptr; }
+  /// Exports the report in view, on a page that has reports.
+  virtual void exportShown() {}
 
  protected:
   ManagerHost& host() const { return host_; }
@@ -101,6 +105,7 @@ class ReportPage : public ManagerPage {
 
   QPushButton* helpButton() const override { return help_; }
   QPushButton* printButton() const override { return print_; }
+  void exportShown() override;
 
  protected:
   /// The box, last in the order of Tab.
@@ -124,6 +129,8 @@ class ReportPage : public ManagerPage {
   bool helpShown() const { return helpShown_; }
   /// Puts the report back into the box when Help closes.
   virtual void restoreReport() = 0;
+  /// The report as a table.
+  virtual SheetMade sheets() = 0;
 
   void printShown();
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <vector>
 
 #include "base/text.h"
@@ -48,6 +49,7 @@ Outcome Manager::Change::calculateCurrentValue() {
   } catch (const ArithmeticError&) {
     return Outcome::emptied(Message::WrongEntry);
   }
+  std::ranges::copy(prices, state_.CVPrices.begin());
   chartCount_ = database_.FundCount;
   return Outcome::report(state_.CVResults);
 }

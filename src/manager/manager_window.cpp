@@ -4,7 +4,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenuBar>
@@ -17,6 +19,7 @@
 
 #include "app/action_menu.h"
 #include "app/box_focus.h"
+#include "app/export_command.h"
 #include "app/tab_guard.h"
 #include "base/text.h"
 #include "base/ui_text.h"
@@ -165,6 +168,9 @@ ActionMenu* PQManagement::makeActions() {
   actions->on(Command::SaveAs, [savePage] { savePage()->start(); });
   const auto shown = [this] { return page(SSTab2_->currentIndex()); };
   actions->onButton(Command::Print, [shown] { return shown()->printButton(); });
+  actions->on(
+      Command::Export, [shown] { shown()->exportShown(); },
+      [shown] { return shown()->printButton() != nullptr; });
   actions->on(Command::Exit, [this] { leave(); });
   // A box takes the keys for its own typing.
   for (const Restoring& each : kRestoring)
@@ -296,6 +302,15 @@ void PQManagement::print(QString report) {
   manager_.preparePrint(toStdString(*header), text);
   PrintReport(toQString(printedReport(global().reports)),
               reportPoints(global().dialogs.ActiveWindow), parts_.printing, prompts(), this);
+}
+
+void PQManagement::exportReport(const SheetMade& report) {
+  if (report.message != Message::None) return tell(report.message);
+  // Beside the database, where that has a place.
+  const QString database = fromPathBytes(manager_.state().DatabasePath);
+  QString name = report.sheets.empty() ? QString() : toQString(report.sheets.front().name);
+  if (!database.isEmpty()) name = QFileInfo(database).dir().filePath(name);
+  exportSheets(report.sheets, name, prompts(), this, parts_.files);
 }
 
 }  // namespace mirelund

@@ -70,6 +70,7 @@ class PQManagement : public QWidget, private ManagerHost {
   void showEntryPage() override;
   void showChart() override;
   void print(QString report) override;
+  void exportReport(const SheetMade& report) override;
   void leave() override;
 
   ManagerPage* page(int index);

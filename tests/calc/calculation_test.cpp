@@ -48,7 +48,7 @@ TEST(ReplaceReport, LeavesOneReportAndNoRequestToStartOver) {
   Reports reports;
   reports.StartOver = 1;
   reports.ReportLines = {"0", "1", "2", "3"};
-  const Outcome outcome = replaceReport(reports, "new");
+  const Outcome outcome = replaceReport(reports, "new", {});
   EXPECT_EQ(outcome.results, "new");
   EXPECT_TRUE(outcome.showResults);
   EXPECT_FALSE(outcome.handedOver);

@@ -325,6 +325,15 @@ void BarChart::print(QCPPainter& painter, bool color) {
   replot();
 }
 
+QImage BarChart::image(int scale) {
+  QImage image(size() * scale, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QCPPainter painter(&image);
+  painter.scale(scale, scale);
+  print(painter, true);
+  return image;
+}
+
 int BarChart::barAt(QPoint position) const {
   if (!axisRect()->rect().contains(position)) return -1;
   const double key = xAxis->pixelToCoord(position.x());

@@ -26,6 +26,9 @@ class BarChart : public QCustomPlot {
   /// black on white, in greys unless `color`.
   void print(QCPPainter& painter, bool color);
 
+  /// As many pixels for one of the widget's, black and in colour on white.
+  QImage image(int scale);
+
   /// What the labels need at the desktop's font, and what shows the values well.
   QSize minimumSizeHint() const override;
   QSize sizeHint() const override;

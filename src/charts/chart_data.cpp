@@ -2,6 +2,8 @@
 #include "charts/chart_data.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <utility>
 
@@ -131,6 +133,35 @@ std::string pointText(const ChartView& view, std::size_t series, std::size_t cat
   text += view.categories.at(category);
   if (view.series.size() > 1) text += ", " + shown.name;
   return text + ": " + shown.texts.at(category);
+}
+
+std::string valuesText(const ChartView& view) {
+  std::string text;
+  const auto appendName = [&text](std::string_view name) {
+    if (!name.empty() && std::string_view("=+-@").find(name.front()) != std::string_view::npos)
+      text += '\'';
+    for (const char character : name)
+      text += character == '\t' || character == '\r' || character == '\n' ? ' ' : character;
+  };
+  appendName(view.categoryTitle);
+  for (const ChartSeries& series : view.series) {
+    text += '\t';
+    appendName(series.name);
+  }
+  text += '\n';
+  for (std::size_t c = 0; c < view.categories.size(); ++c) {
+    appendName(view.categories[c]);
+    for (const ChartSeries& series : view.series) {
+      text += '\t';
+      // Shortest, of any double: sign, digits, point.
+      std::array<char, 400> digits{};
+      const auto end = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                     series.values.at(c), std::chars_format::fixed);
+      text.append(digits.data(), end.ptr);
+    }
+    text += '\n';
+  }
+  return text;
 }
 
 double barBase(const ChartView& view, std::size_t series, std::size_t category) {

@@ -79,6 +79,12 @@ ChartView makeChartView(const BoxState& boxes, Reports& reports, ChartSelectors&
 /// its value. Throws std::out_of_range for a bar that is not there.
 std::string pointText(const ChartView& view, std::size_t series, std::size_t category);
 
+/// The chart's values for a spreadsheet to paste: a line a category, cells apart by tabs,
+/// under a line of headings; numbers as they are, with a point and no marks of thousands
+/// or money. Tabs and line ends in a text are blanks there, and one that begins with =, +,
+/// - or @ has an apostrophe in front.
+std::string valuesText(const ChartView& view);
+
 /// A mark of the value axis, whose marks are `step` apart: thousands separated, as
 /// many decimals as the step asks for (four at most), "%" behind a percentage. Throws
 /// ArithmeticError for a value that is no number.

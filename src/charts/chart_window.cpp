@@ -2,6 +2,7 @@
 #include "charts/chart_window.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QStyle>
@@ -9,8 +10,10 @@
 #include <array>
 #include <utility>
 
+#include "app/export_command.h"
 #include "base/ui_text.h"
 #include "charts/bar_chart_widget.h"
+#include "charts/chart_files.h"
 #include "dialogs/busy_pointer.h"
 #include "dialogs/prompts.h"
 #include "dialogs/report_printer.h"
@@ -60,6 +63,8 @@ PQGraph::PQGraph(ViewOf viewOf, Prompts& prompts, PrintTarget& printing, QWidget
       addButton(row, "CVGainPercent", "Gain/loss in per&cent", &PQGraph::CVGainPercent_Click),
       addButton(row, "CVTotValue", "Current &value", &PQGraph::CVTotValue_Click)};
   row->addStretch();
+  takingAlong_ = {addButton(row, "PQGSave", "&Save as...", &PQGraph::PQGSave_Click),
+                  addButton(row, "PQGCopy", "C&opy", &PQGraph::PQGCopy_Click)};
   addButton(row, "PQGPrint", "&Print", &PQGraph::PQGPrint_Click);
   addButton(row, "PQGExit", "E&xit", &PQGraph::PQGExit_Click)->setFocus();
   layout->addLayout(row);
@@ -102,6 +107,7 @@ void PQGraph::drawPrinted(QCPPainter& painter, double width, bool color) {
   // Black on white, whatever the desktop's theme.
   const QPalette screen = palette();
   setPalette(QApplication::style()->standardPalette());
+  for (QPushButton* button : takingAlong_) button->hide();
   resize(pixels(kPrintedTwips, *this));
   painter.scale(width / this->width(), width / this->width());
 
@@ -116,8 +122,25 @@ void PQGraph::drawPrinted(QCPPainter& painter, double width, bool color) {
   painter.translate(MSChart1_->pos());
   MSChart1_->print(painter, color);
 
+  for (QPushButton* button : takingAlong_) button->show();
   resize(openingSize());
   setPalette(screen);
+}
+
+void PQGraph::PQGSave_Click() {
+  QStringList filters;
+  for (const ChartFile& file : kChartFiles) filters << toQString(file.filter);
+  const QString path = prompts_.askSavePath(this, "Save chart",
+                                            windowTitle() + toQString(kChartFiles.front().ending),
+                                            filters.join(";;"));
+  if (path.isEmpty()) return;
+  const ChartFile& file = chartFile(toPathBytes(path));
+  writeExport(
+      path, "chart", [&] { return file.bytes(*MSChart1_); }, prompts_, this);
+}
+
+void PQGraph::PQGCopy_Click() {
+  QGuiApplication::clipboard()->setMimeData(chartToCopy(*MSChart1_));
 }
 
 void PQGraph::PQGPrint_Click() {

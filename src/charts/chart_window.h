@@ -30,6 +30,8 @@ class PQGraph : public QDialog {
   void CVGainDollars_Click() { showManagerView(ManagerView::GainDollars); }
   void CVGainPercent_Click() { showManagerView(ManagerView::GainPercent); }
   void CVTotValue_Click() { showManagerView(ManagerView::TotalValue); }
+  void PQGSave_Click();
+  void PQGCopy_Click();
   void PQGPrint_Click();
   void PQGExit_Click();
 
@@ -50,6 +52,7 @@ class PQGraph : public QDialog {
   PrintTarget& printing_;
   BarChart* MSChart1_;
   QList<QPushButton*> managerButtons_;
+  QList<QPushButton*> takingAlong_;  ///< not on paper
 };
 
 /// Shows a view in a chart window over `over` and waits until it is closed.

@@ -8,7 +8,7 @@ namespace mirelund {
 
 namespace {
 
-constexpr double kBetweenLines = 7.0;  // across, in pixels
+constexpr double kBetweenLines = 9.0;  // across, in pixels
 constexpr double kLineWidth = 2.0;
 
 // The lines x + y = n * kBetweenLines within the bar: two bars of a stack go on in each

@@ -55,7 +55,7 @@ class ActionMenuTest : public QObject {
     QTest::addColumn<QString>("window");
     QTest::addColumn<QStringList>("commands");
     const QStringList common{
-        "ActionPrint Ctrl+P",  "ActionExit Ctrl+W",    "ActionCopy Ctrl+C",
+        "ActionPrint Ctrl+P", "ActionExport Ctrl+E", "ActionExit Ctrl+W", "ActionCopy Ctrl+C",
         "ActionZoomIn Ctrl++", "ActionZoomOut Ctrl+-", "ActionZoomReset Ctrl+0",
         "ActionHelp F1",       "ActionGuide ",         "ActionAbout "};
     QTest::newRow("calculators") << "StartCalc"
@@ -64,9 +64,9 @@ class ActionMenuTest : public QObject {
                              << "PQManagement"
                              << QStringList{"ActionOpen Ctrl+O", "ActionSave Ctrl+S",
                                             "ActionSaveAs Ctrl+Shift+S"} +
-                                    common.mid(0, 2) +
+                                    common.mid(0, 3) +
                                     QStringList{"ActionUndo Ctrl+Z", "ActionRedo Ctrl+Shift+Z"} +
-                                    common.mid(2);
+                                    common.mid(3);
   }
   void everyWindowHasItsCommands() {
     QFETCH(QString, start);

@@ -34,5 +34,14 @@ TEST(FileName, GetsAnEndingWhereItHasNone) {
   for (const auto& c : kCases) EXPECT_EQ(withEnding(c.path, ".PQD"), c.withEnding) << c.rule;
 }
 
+TEST(FileName, ItsEndingIsInSmallLetters) {
+  EXPECT_EQ(endingOf("/home/a.b/mine.CSV"), ".csv");
+  EXPECT_EQ(endingOf("mine.tar.Xlsx"), ".xlsx");
+  EXPECT_EQ(endingOf("mine."), ".");
+  EXPECT_EQ(endingOf("/home/a.b/mine"), "");
+  EXPECT_EQ(endingOf(".csv"), "");
+  EXPECT_EQ(endingOf(""), "");
+}
+
 }  // namespace
 }  // namespace mirelund

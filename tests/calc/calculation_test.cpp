@@ -56,6 +56,23 @@ TEST(ReplaceReport, LeavesOneReportAndNoRequestToStartOver) {
   EXPECT_EQ(reports.StartOver, 0);
 }
 
+TEST(ReportTable, IsATypedTable) {
+  const TableRow rows[] = {
+      {periodNumber(1), Currency::whole(10), Currency::whole(-20), Currency::fromTenThousandths(5)},
+      {periodNumber(2), Currency(), Currency(), Currency()}};
+  const Sheet sheet = sheetOf(reportTable("Growth", {"Year", "In", "Out", "Value"}, rows));
+  EXPECT_EQ(sheet.name, "Growth");
+  ASSERT_EQ(sheet.columns.size(), 4U);
+  EXPECT_EQ(sheet.columns[0].heading, "Year");
+  EXPECT_EQ(sheet.columns[3].heading, "Value");
+  EXPECT_EQ(sheet.columns[3].decimals, 4);
+  const std::vector<Cell> first = {std::int64_t{1}, Currency::whole(10), Currency::whole(-20),
+                                   Currency::fromTenThousandths(5)};
+  ASSERT_EQ(sheet.rows.size(), 2U);
+  EXPECT_EQ(sheet.rows[0], first);
+  EXPECT_TRUE(sheetOf({}).columns.empty());
+}
+
 TEST(AppendExample, EndsAtTheReportsEdge) {
   std::string help;
   appendExample(help, "Number of years", "25");

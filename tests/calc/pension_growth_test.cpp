@@ -68,6 +68,12 @@ TEST(PensionGrowth, ReportsTheYears) {
       "  3     12,100.00      1,210.00        462.00      5,082.00\r\n"
       "___________________________________________________________\r\n"
       "Total:                 4,310.00        772.00      5,082.00\r\n";
+  const Sheet table = sheetOf(outcome.table);
+  ASSERT_EQ(table.columns.size(), 5U);
+  EXPECT_EQ(table.columns[1].heading, "Salary");
+  ASSERT_EQ(table.rows.size(), 3U);
+  EXPECT_EQ(table.rows[2], (std::vector<Cell>{std::int64_t{3}, ToCurrency(12100), ToCurrency(1210),
+                                              ToCurrency(462), ToCurrency(5082)}));
   EXPECT_EQ(global.reports.ReportLines[1], report);
   EXPECT_EQ(outcome.results, report + "\r\n                            Hidden column >");
   EXPECT_TRUE(outcome.showResults);

@@ -300,5 +300,46 @@ TEST(ChartData, LabelsAreThinnedWhenTheyWouldTouch) {
   EXPECT_EQ(labelStep(1e-9, 14), 1'000'000U) << "no chart is that narrow";
 }
 
+// 10 and 5 stand on each other, -4 and -2 hang below: by hand.
+ChartView stackOf() {
+  ChartView view;
+  view.categoryTitle = "Year";
+  view.categories = {"2001", "2002"};
+  view.series = {{"Income", {10, 0}, {"$10.00", "$.00"}},
+                 {"Gain", {-4, 3.5}, {"$-4.00", "$3.50"}},
+                 {"Fees", {-2, -1}, {"$-2.00", "$-1.00"}},
+                 {"Other", {5, 1}, {"$5.00", "$1.00"}}};
+  view.stacked = true;
+  return view;
+}
+
+TEST(BarBase, StacksEachSideOfZeroByItself) {
+  const ChartView view = stackOf();
+  const double expected[][2] = {{0, 0}, {0, 0}, {-4, 0}, {10, 3.5}};
+  for (std::size_t s = 0; s < 4; ++s)
+    for (std::size_t c = 0; c < 2; ++c) EXPECT_EQ(barBase(view, s, c), expected[s][c]) << s << c;
+  EXPECT_THROW(barBase(view, 4, 0), std::out_of_range);
+  EXPECT_THROW(barBase(view, 0, 2), std::out_of_range);
+}
+
+TEST(BarBase, IsZeroWhereNothingIsStacked) {
+  ChartView view = stackOf();
+  view.stacked = false;
+  for (std::size_t s = 0; s < 4; ++s) EXPECT_EQ(barBase(view, s, 0), 0.0);
+}
+
+TEST(ValuesText, IsALineACategory) {
+  EXPECT_EQ(valuesText(stackOf()),
+            "Year\tIncome\tGain\tFees\tOther\n"
+            "2001\t10\t-4\t-2\t5\n"
+            "2002\t0\t3.5\t-1\t1\n");
+  ChartView names;
+  names.categoryTitle = "Fund";
+  names.categories = {"=1+1", "tab\tand\r\nline"};
+  names.series = {{"@now", {922'337'203'685'477.5, 1e-4}, {}}};
+  EXPECT_EQ(valuesText(names), "Fund\t'@now\n'=1+1\t922337203685477.5\ntab and  line\t0.0001\n");
+  EXPECT_EQ(valuesText(ChartView()), "\n");
+}
+
 }  // namespace
 }  // namespace mirelund

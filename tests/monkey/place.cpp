@@ -146,6 +146,10 @@ void Place::fill() {
                        "new",
                        "new.txt",
                        "new.pdf",
+                       "new.csv",
+                       "new.xlsx",
+                       "new.png",
+                       "new.svg",
                        "out",
                        "\"x",
                        "a b.PQD",
@@ -170,9 +174,15 @@ void Place::name(const QString& path) {
   diary::note("named: " + path.toStdString());
   if (!whole.startsWith(root_.path() + "/") && whole != "/dev/full")
     diary::fail("a file dialog led out of the place: " + whole.toStdString());
-  for (const char* ending : {"", ".PQD", ".pdf"}) {
-    named_ << whole + ending;
-    const QString resolved = QFileInfo(whole + ending).canonicalFilePath();
+  QStringList names;
+  for (const char* ending : {"", ".PQD", ".pdf", ".csv", ".xlsx", ".png", ".svg"})
+    names << whole + ending;
+  // What stands beside a table of several parts.
+  for (const QString& table : {whole, whole + ".csv"})
+    if (table.endsWith(".csv")) names << table.chopped(4) + "-totals.csv";
+  for (const QString& name : names) {
+    named_ << name;
+    const QString resolved = QFileInfo(name).canonicalFilePath();
     if (!resolved.isEmpty()) named_ << resolved;
   }
 }
@@ -191,6 +201,21 @@ QString Place::contentFault(const QString& path) {
                ? QString()
                : "half a document: " + path;
   }
+  // Tables and charts are whole where their ends are.
+  struct Taken {
+    const char* begins;
+    const char* ends;
+  };
+  for (const Taken& taken :
+       {Taken{"PK\x03\x04", "PK\x05\x06"}, Taken{"\x89PNG", "IEND"}, Taken{"<?xml", "</svg>"}}) {
+    constexpr int kTail = 64;
+    if (bytes.startsWith(taken.begins))
+      return bytes.last(std::min<qsizetype>(kTail, bytes.size())).contains(taken.ends)
+                 ? QString()
+                 : "half a file: " + path;
+  }
+  if (path.endsWith(".csv", Qt::CaseInsensitive))
+    return bytes.endsWith("\r\n") ? QString() : "half a table: " + path;
   const std::string text = bytes.toStdString();
   const auto database = parseDatabase(text);
   if (!database) return "not a whole database: " + path;

@@ -23,6 +23,7 @@ const bool kOwnSettings =
 
 const QString kDatabases = "Investment Manager Database (*.PQD)";
 const QString kDocuments = "PDF document (*.pdf)";
+const QString kTables = "Comma-separated values (*.csv);;Spreadsheet (*.xlsx)";
 
 QLineEdit* nameOf(QDialog* dialog) {
   return dialog->findChild<QLineEdit*>("fileNameEdit");
@@ -467,6 +468,50 @@ class FileDialogsTest : public QObject {
     QSettings(QSettings::UserScope, "QtProject").setValue("written", true);
     const QDir home(kHome.path());
     QCOMPARE(home.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+  }
+
+  // --- one of several kinds -------------------------------------------------------
+
+  void theEndingTypedDecidesTheKindElseTheFilterChosen_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QString>("got");
+    QTest::newRow("none") << "mine" << 0 << "mine.csv";
+    QTest::newRow("none, the other chosen") << "mine" << 1 << "mine.xlsx";
+    QTest::newRow("the first") << "mine.csv" << 0 << "mine.csv";
+    QTest::newRow("the second, whatever is chosen") << "mine.xlsx" << 0 << "mine.xlsx";
+    QTest::newRow("in capitals") << "mine.XLSX" << 0 << "mine.XLSX";
+    QTest::newRow("no kind of these") << "mine.txt" << 0 << "mine.txt.csv";
+    QTest::newRow("a point in a name") << "fund 3.5" << 1 << "fund 3.5.xlsx";
+  }
+
+  void theEndingTypedDecidesTheKindElseTheFilterChosen() {
+    QFETCH(QString, typed);
+    QFETCH(int, filter);
+    QFETCH(QString, got);
+    const Step enter = [&](QDialog* dialog) {
+      auto* types = dialog->findChild<QComboBox*>("fileTypeCombo");
+      QCOMPARE(types->count(), 2);
+      types->setFocus();
+      for (int i = 0; i < filter; ++i) QTest::keyClick(types, Qt::Key_Down);
+      nameOf(dialog)->setFocus();
+      enterName(dialog, typed);
+    };
+    QCOMPARE(save(path("x.csv"), {enter}, kTables), path(got));
+  }
+
+  void theNameWithTheEndingAddedIsAskedAbout() {
+    make("mine.csv");
+    QCOMPARE(save(path("x.csv"),
+                  {name("mine"), theProgramAsks("mine.csv",
+                                                [](QDialog* dialog) {
+                                                  QTest::mouseClick(
+                                                      qobject_cast<QMessageBox*>(dialog)->button(
+                                                          QMessageBox::Yes),
+                                                      Qt::LeftButton);
+                                                })},
+                  kTables),
+             path("mine.csv"));
   }
 };
 

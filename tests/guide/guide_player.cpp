@@ -2,6 +2,7 @@
 #include "guide/guide_player.h"
 
 #include <QAbstractItemView>
+#include <QAction>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QLabel>
@@ -86,6 +87,8 @@ void GuidePlayer::play(const QStringList& lines) {
       doubleClick(rest);
     else if (begins(line, "Click", rest))
       click(rest);
+    else if (begins(line, "Choose", rest))
+      command(rest);
     else if (line.contains(": "))
       enter(line.section(": ", 0, 0), line.section(": ", 1));
     else
@@ -117,7 +120,7 @@ void GuidePlayer::answer(const QString& text) {
     prompts.answers.push_back(text == "Yes");
   else if (number)
     prompts.numbers.push_back(value);
-  else if (text.endsWith(".PQD"))
+  else if (text.endsWith(".PQD") || text.endsWith(".csv"))
     prompts.paths.push_back(file_ = folder_.filePath(text));
   else
     prompts.lines.push_back(text);
@@ -229,6 +232,18 @@ QAbstractButton* GuidePlayer::button(const QString& caption) const {
 
 void GuidePlayer::click(const QString& caption) {
   clickOn(button(caption));
+}
+
+// A command of the menus, by its key.
+void GuidePlayer::command(const QString& caption) {
+  for (const QAction* action : window_->findChildren<QAction*>()) {
+    if (action->text() != caption + "..." && action->text() != caption) continue;
+    if (!action->isEnabled() || action->shortcut().isEmpty()) break;
+    const QKeyCombination key = action->shortcut()[0];
+    QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
+    return settle();
+  }
+  throw NotDone("no such command: " + caption);
 }
 
 void GuidePlayer::settle() {

@@ -5,6 +5,7 @@
 //     Open Calculations, Compound gain       a window and a tab; the tab starts afresh
 //     Number of years invested: 5            into the box, or from the list, of this label
 //     Click Calculate                        a button or an option by its caption
+//     Choose Export                          a command of the menus, by its key
 //     Double-click Meadow Balanced Fund      a line of the list of funds
 //     Answer Harbour Light & Power           what a dialog of the click before is told:
 //     Answer Yes                             a line, Yes or No, a number, a file's name
@@ -52,6 +53,7 @@ class GuidePlayer {
   void clickOn(QWidget* control);
   void doubleClick(const QString& item);
   void click(const QString& caption);
+  void command(const QString& caption);
   void answer(const QString& text);
   void answersBehind(const QStringList& lines, qsizetype at);
   void expectMessage(const QString& text);

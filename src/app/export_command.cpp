@@ -81,6 +81,10 @@ bool exportSheets(std::span<const Sheet> sheets, const QString& suggested, Promp
   }
   const QString path = prompts.askSavePath(over, kTitle, suggested + ".csv", kFilters);
   if (path.isEmpty()) return false;
+  if (endingOf(toPathBytes(path)) == ".xlsx" && !canMakeXlsx()) {
+    prompts.warn(over, "What writes workbooks is not installed. Choose a name that ends in .csv.");
+    return false;
+  }
   const std::vector<Part> parts = partsOf(sheets, path);
   if (!mayReplaceOthers(parts, prompts, over)) return false;
   for (const Part& part : parts)

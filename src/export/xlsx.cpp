@@ -3,9 +3,6 @@
 
 #include <dlfcn.h>
 
-#include <filesystem>
-#include <system_error>
-
 #include "export/xlsx_module.h"
 
 namespace mirelund {
@@ -14,19 +11,15 @@ namespace {
 
 using Make = decltype(&mirelundMakeXlsx);
 
-// From the folder of the program: as installed and as built, and as the tests are built
-// that stand a folder deeper.
-constexpr const char* kModules[] = {"../lib/mirelund/mirelund_xlsx.so",
-                                    "../../lib/mirelund/mirelund_xlsx.so"};
+// From the folder of the program, which the loader knows: as installed and as built, and
+// as the tests are built that stand a folder deeper.
+constexpr const char* kModules[] = {"$ORIGIN/../lib/mirelund/mirelund_xlsx.so",
+                                    "$ORIGIN/../../lib/mirelund/mirelund_xlsx.so"};
 
 Make load() {
-  std::error_code failed;
-  const auto program = std::filesystem::read_symlink("/proc/self/exe", failed);
-  if (failed) return nullptr;
-  for (const char* module : kModules) {
-    void* const loaded = dlopen((program.parent_path() / module).c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (loaded != nullptr) return reinterpret_cast<Make>(dlsym(loaded, "mirelundMakeXlsx"));
-  }
+  for (const char* module : kModules)
+    if (void* const loaded = dlopen(module, RTLD_NOW | RTLD_LOCAL))
+      return reinterpret_cast<Make>(dlsym(loaded, "mirelundMakeXlsx"));
   return nullptr;
 }
 

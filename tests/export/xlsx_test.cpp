@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "export/xlsx.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
-
 #include <clocale>
+#include <cstdlib>
+#include <filesystem>
+
+#include "files.h"
 
 namespace mirelund {
 namespace {
@@ -23,6 +26,24 @@ TEST(XlsxBytes, AreAnArchiveAndTheSameAtAnyTime) {
   ASSERT_TRUE(first.starts_with("PK\x03\x04"));
   // What the archive and the document bear is a day of their own, not this one.
   EXPECT_EQ(bytesOf({kSheet}), first);
+}
+
+// Played by the test below, in a copy of this program that stands alone.
+TEST(XlsxBytes, DISABLED_AreNotMadeAlone) {
+  EXPECT_FALSE(canMakeXlsx());
+  EXPECT_FALSE(xlsxBytes(std::vector<Sheet>{kSheet}).has_value());
+}
+
+TEST(XlsxBytes, AreNotMadeWhereTheirPartIsMissing) {
+  EXPECT_TRUE(canMakeXlsx());
+  const Folder folder;
+  const std::string copy = folder.file("alone");
+  std::filesystem::copy_file("/proc/self/exe", copy);
+  const std::string command = copy +
+                              " --gtest_also_run_disabled_tests --gtest_filter=*AreNotMadeAlone >" +
+                              folder.file("said");
+  EXPECT_EQ(std::system(command.c_str()), 0);  // NOLINT(cert-env33-c)
+  EXPECT_NE(contents(folder.file("said")).find("[  PASSED  ] 1 test"), std::string::npos);
 }
 
 TEST(XlsxBytes, RefuseWhatIsNoWorkbook) {

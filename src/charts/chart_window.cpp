@@ -63,12 +63,20 @@ PQGraph::PQGraph(ViewOf viewOf, Prompts& prompts, PrintTarget& printing, QWidget
       addButton(row, "CVGainPercent", "Gain/loss in per&cent", &PQGraph::CVGainPercent_Click),
       addButton(row, "CVTotValue", "Current &value", &PQGraph::CVTotValue_Click)};
   row->addStretch();
-  takingAlong_ = {addButton(row, "PQGSave", "&Save as...", &PQGraph::PQGSave_Click),
-                  addButton(row, "PQGCopy", "C&opy", &PQGraph::PQGCopy_Click)};
+  auto* along = new QHBoxLayout;
+  along->addStretch();
+  takingAlong_ = {addButton(along, "PQGSave", "&Save as...", &PQGraph::PQGSave_Click),
+                  addButton(along, "PQGCopy", "C&opy", &PQGraph::PQGCopy_Click)};
+  const int behindStretch = row->count();
   addButton(row, "PQGPrint", "&Print", &PQGraph::PQGPrint_Click);
   addButton(row, "PQGExit", "E&xit", &PQGraph::PQGExit_Click)->setFocus();
   layout->addLayout(row);
   Form_Load();
+  // Beside the manager's there is no room in large letters.
+  if (managerButtons_.front()->isVisibleTo(this))
+    layout->insertLayout(layout->count() - 1, along);
+  else
+    row->insertLayout(behindStretch, along);
   resize(openingSize());
 }
 

@@ -54,10 +54,11 @@ class ActionMenuTest : public QObject {
     QTest::addColumn<QString>("start");
     QTest::addColumn<QString>("window");
     QTest::addColumn<QStringList>("commands");
-    const QStringList common{
-        "ActionPrint Ctrl+P", "ActionExport Ctrl+E", "ActionExit Ctrl+W", "ActionCopy Ctrl+C",
-        "ActionZoomIn Ctrl++", "ActionZoomOut Ctrl+-", "ActionZoomReset Ctrl+0",
-        "ActionHelp F1",       "ActionGuide ",         "ActionAbout "};
+    const QStringList common{"ActionPrint Ctrl+P",     "ActionExport Ctrl+E",
+                             "ActionExit Ctrl+W",      "ActionCopy Ctrl+C",
+                             "ActionZoomIn Ctrl++",    "ActionZoomOut Ctrl+-",
+                             "ActionZoomReset Ctrl+0", "ActionHelp F1",
+                             "ActionGuide ",           "ActionAbout "};
     QTest::newRow("calculators") << "StartCalc"
                                  << "PQInvest" << common;
     QTest::newRow("manager") << "StartStockMgmt"

@@ -15,9 +15,10 @@ constexpr double kLineWidth = 2.0;
 // other's lines.
 QVector<QLineF> risingLines(const QRectF& bar) {
   QVector<QLineF> lines;
-  const double last = bar.right() + bar.bottom();
-  for (double sum = std::ceil((bar.left() + bar.top()) / kBetweenLines) * kBetweenLines;
-       sum <= last; sum += kBetweenLines) {
+  const auto first = static_cast<int>(std::ceil((bar.left() + bar.top()) / kBetweenLines));
+  const auto last = static_cast<int>(std::floor((bar.right() + bar.bottom()) / kBetweenLines));
+  for (int n = first; n <= last; ++n) {
+    const double sum = n * kBetweenLines;
     const double left = std::max(bar.left(), sum - bar.bottom());
     const double right = std::min(bar.right(), sum - bar.top());
     if (left < right) lines << QLineF(left, sum - left, right, sum - right);

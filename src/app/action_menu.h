@@ -5,7 +5,7 @@
 //     ActionOpen     ActionUndo      ActionZoomIn        ActionHelp
 //     ActionSave     ActionRedo      ActionZoomOut       ActionGuide
 //     ActionSaveAs   ActionCopy      ActionZoomReset     ActionAbout
-//     ActionPrint
+//     ActionPrint                    ActionSchedule
 //     ActionExport
 //     ActionExit
 //
@@ -42,11 +42,12 @@ enum class Command : std::uint8_t {
   ZoomIn,
   ZoomOut,
   ZoomReset,
+  Schedule,
   Help,
   Guide,
   About,
 };
-inline constexpr std::size_t kCommands = 15;
+inline constexpr std::size_t kCommands = 16;
 
 /// Commands by key and menu. The bar is opened by F10; no caption has a mnemonic, so
 /// that each Alt key keeps the button that it has. Whatever is chosen, the focused box

@@ -10,6 +10,7 @@
 
 #include "app/caption.h"
 #include "app/filtered_edit.h"
+#include "app/option_group.h"
 #include "base/ui_text.h"
 
 namespace mirelund {
@@ -107,13 +108,7 @@ CalculatorPage::Options CalculatorPage::makeOptions(const char* name, const QStr
     options.group->addButton(button, element);
     column->addWidget(button, 0, Qt::AlignLeft);
   }
-  // Tab comes to the one that is chosen, also where nobody has chosen it.
-  connect(options.group, &QButtonGroup::buttonToggled, options.frame,
-          [options](QAbstractButton* chosen, bool on) {
-            if (!on || chosen->isHidden()) return;
-            for (QAbstractButton* button : options.group->buttons())
-              button->setFocusPolicy(button == chosen ? Qt::StrongFocus : Qt::ClickFocus);
-          });
+  tabToChosen(options.group);
   return options;
 }
 

@@ -24,6 +24,7 @@ class QLabel;
 namespace mirelund {
 
 class BoxEdit;
+class PrintTarget;
 class Prompts;
 
 /// What a page may ask of the window around it.
@@ -33,6 +34,7 @@ class PageHost {
 
   virtual Global& global() = 0;
   virtual Prompts& prompts() = 0;
+  virtual PrintTarget& printing() = 0;
 
   /// Leaves the focused box, so that its value is stored; false when the value
   /// was refused, which the person has been told.
@@ -66,6 +68,10 @@ class CalculatorPage : public QFrame {
   /// A control of the page was left: a box, whose value is stored by then, a
   /// list or a button.
   virtual void controlLeft(QWidget* /*control*/) {}
+
+  /// Whether showSchedule shows a window where each payment goes.
+  virtual bool hasSchedule() const { return false; }
+  virtual void showSchedule() {}
 
   /// Where the focus starts: the control that Tab reaches first.
   QWidget* firstControl();

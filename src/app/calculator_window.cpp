@@ -98,7 +98,11 @@ ActionMenu* PQInvest::makeActions() {
   actions->onButton(Command::Print, [shown] { return shown()->printButton(); });
   actions->on(Command::Export, [this] { exportTable(); });
   actions->on(Command::Exit, [this] { ExitProgram_Click(); });
+  actions->on(
+      Command::Schedule, [shown] { shown()->showSchedule(); },
+      [shown] { return shown()->hasSchedule(); });
   actions->onButton(Command::Help, [shown] { return shown()->helpButton(); });
+  connect(SSTab1_, &QTabWidget::currentChanged, actions, &ActionMenu::refresh);
   return actions;
 }
 

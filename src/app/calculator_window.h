@@ -49,6 +49,7 @@ class PQInvest : public QWidget, private PageHost {
 
   Global& global() override { return parts_.global; }
   Prompts& prompts() override { return parts_.prompts; }
+  PrintTarget& printing() override { return parts_.printing; }
   bool leaveFocused() override;
   void click(QAbstractButton* button) override;
   void moveFocusTo(QWidget* control) override;

@@ -13,7 +13,9 @@
 #include "app/result_label.h"
 #include "base/ui_text.h"
 #include "calc/mortgage_help.h"
+#include "calc/mortgage_schedule_window.h"
 #include "dialogs/prompts.h"
+#include "dialogs/standing_dialog.h"
 
 namespace mirelund {
 
@@ -155,6 +157,7 @@ void MortgagePage::addResultRow(QGridLayout* grid, const char* name, const QStri
 
 void MortgagePage::load() {
   told_.reset();
+  solved_.reset();
   MTCompPeriod_->setCurrentIndex(static_cast<int>(CompoundingPeriod::Monthly));
   MTFreqPmt_->setCurrentIndex(static_cast<int>(PaymentFrequency::BiweeklyAccelerated));
   solveFor_->button(static_cast<int>(SolveFor::Payment))->setChecked(true);
@@ -219,6 +222,7 @@ void MortgagePage::recalculate() {
   const Cause from = cause();
   const MortgageOutcome outcome = RecalculateMortgage(boxes(), days_, from.choices, shown_);
   showTexts();
+  keepSolved();
   if (!failed(outcome)) told_.reset();
   if (!failed(outcome) || told_ == from) return;
   host().afterClick([this, outcome, from] {
@@ -227,6 +231,20 @@ void MortgagePage::recalculate() {
     told_ = from;
     tell(outcome);
   });
+}
+
+void MortgagePage::keepSolved() {
+  solved_.reset();
+  if (shown_.totIntPaid.empty()) return;
+  const auto& inputs = boxes().MortgageInputs;
+  solved_ = {inputs[1],           inputs[2], inputs[3], inputs[4], days_.BiweeklyPerYear,
+             days_.WeeklyPerYear, choices()};
+}
+
+void MortgagePage::showSchedule() {
+  if (host().prompts().cancelsAll()) return;
+  if (!solved_) return host().show(Outcome::failed(Message::WrongEntry));
+  StandingDialog<PQSchedule>(*solved_, host().prompts(), host().printing(), window()).wait();
 }
 
 void MortgagePage::tell(const MortgageOutcome& outcome) {
@@ -246,6 +264,7 @@ void MortgagePage::MTCalculate_Click() {
   const MortgageOutcome outcome =
       calculateMortgage(boxes(), reports(), chart(), days_, choices(), shown_);
   showTexts();
+  keepSolved();
   if (failed(outcome)) told_ = cause();
   tell(outcome);
 }

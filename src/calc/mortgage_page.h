@@ -18,6 +18,8 @@ class MortgagePage : public CalculatorPage {
 
   void load() override;
   void controlLeft(QWidget* control) override;
+  bool hasSchedule() const override { return true; }
+  void showSchedule() override;
 
  private:
   void MTPaymentOpt_Click() { choose(SolveFor::Payment); }
@@ -40,6 +42,7 @@ class MortgagePage : public CalculatorPage {
   void readBoxes();
   void showTexts();
   void recalculate();
+  void keepSolved();
   void tell(const MortgageOutcome& outcome);
 
   /// What a recalculation is made of.
@@ -59,6 +62,8 @@ class MortgagePage : public CalculatorPage {
   SolveFor chosen_ = SolveFor::Payment;
   DaysInYearState days_;
   MortgageTexts shown_;
+  /// What the results that are shown were solved from; nothing where none are.
+  std::optional<MortgageInput> solved_;
   /// Of the failure that was told last: who leaves a box without having changed
   /// anything since is not held there.
   std::optional<Cause> told_;

@@ -191,6 +191,25 @@ std::string amountText(Currency amount) {
   return text += FormatNumber(amount, kMoney);
 }
 
+ChartView chartOf(const PaymentSchedule& schedule) {
+  ChartView view;
+  view.caption = "Payment schedule";
+  view.title = "Balance and interest by year";
+  view.categoryTitle = "Year";
+  view.valueTitle = "Amount (" + std::string(MoneySymbol) + ")";
+  ChartSeries balance{"Balance at the end of the year", {}, {}};
+  ChartSeries interest{"Interest paid in the year", {}, {}};
+  for (const ScheduleRow& year : schedule.years) {
+    view.categories.push_back(std::to_string(view.categories.size() + 1));
+    balance.values.push_back(year.balance.toDouble());
+    balance.texts.push_back(amountText(year.balance));
+    interest.values.push_back(year.interest.toDouble());
+    interest.texts.push_back(amountText(year.interest));
+  }
+  view.series = {std::move(balance), std::move(interest)};
+  return view;
+}
+
 }  // namespace
 
 std::vector<ScheduleRow> amortize(const LoanTerms& loan, const ExtraPayments& extras) {
@@ -279,23 +298,10 @@ std::string scheduleReport(const PaymentSchedule& schedule) {
   return report;
 }
 
-ChartView scheduleChart(const PaymentSchedule& schedule) {
-  ChartView view;
-  view.caption = "Payment schedule";
-  view.title = "Balance and interest by year";
-  view.categoryTitle = "Year";
-  view.valueTitle = "Amount (" + std::string(MoneySymbol) + ")";
-  ChartSeries balance{"Balance at the end of the year", {}, {}};
-  ChartSeries interest{"Interest paid in the year", {}, {}};
-  for (const ScheduleRow& year : schedule.years) {
-    view.categories.push_back(std::to_string(view.categories.size() + 1));
-    balance.values.push_back(year.balance.toDouble());
-    balance.texts.push_back(amountText(year.balance));
-    interest.values.push_back(year.interest.toDouble());
-    interest.texts.push_back(amountText(year.interest));
-  }
-  view.series = {std::move(balance), std::move(interest)};
-  return view;
+ChartView scheduleChart(const PaymentSchedule& schedule) noexcept {
+  ChartView failed;
+  failed.message = Message::CannotDraw;
+  return attempt(std::move(failed), [&] { return chartOf(schedule); });
 }
 
 Sheet scheduleSheet(const PaymentSchedule& schedule) {

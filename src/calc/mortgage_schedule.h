@@ -131,8 +131,9 @@ PaymentSchedule makeSchedule(const ScheduleInput& input);
 /// for, so that none is cut.
 std::string scheduleReport(const PaymentSchedule& schedule);
 
-/// Balance and interest by year, one bar each.
-ChartView scheduleChart(const PaymentSchedule& schedule);
+/// Balance and interest by year, one bar each; CannotDraw and nothing else where memory
+/// lacks.
+ChartView scheduleChart(const PaymentSchedule& schedule) noexcept;
 
 /// A row a payment: number, payment, extra, interest, principal, balance.
 Sheet scheduleSheet(const PaymentSchedule& schedule);

@@ -2,9 +2,13 @@
 #include "calc/mortgage_schedule.h"
 
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <limits>
+#include <map>
 #include <optional>
 
+#include "base/parse_number.h"
 #include "calc/calculator_testing.h"
 #include "reached.h"
 
@@ -423,6 +427,60 @@ TEST(MortgageSchedule, ExportsARowAPayment) {
   EXPECT_EQ(sheet.rows[11][0], Cell(std::int64_t{12}));
   EXPECT_EQ(sheet.rows[11][2], Cell(Currency::whole(1000)));
   EXPECT_EQ(sheet.rows.back()[5], Cell(Currency()));
+}
+
+// --- expected reports, derived by golden_schedule/derive.py ---
+
+struct Golden {
+  std::map<std::string, std::string> typed;
+  std::string report;
+};
+
+Golden goldenOf(const std::filesystem::path& path) {
+  Golden golden;
+  std::ifstream file(path);
+  std::string line;
+  while (std::getline(file, line) && line != "----")
+    if (!line.starts_with('#'))
+      golden.typed[line.substr(0, line.find(' '))] = line.substr(line.find(' ') + 1);
+  while (std::getline(file, line)) golden.report += line + "\r\n";
+  return golden;
+}
+
+template <typename Table>
+auto rowCalled(const Table& table, std::string_view text) {
+  for (const auto& row : table)
+    if (row.text == text) return row;
+  throw std::out_of_range(std::string(text));
+}
+
+ScheduleInput inputOf(std::map<std::string, std::string> typed) {
+  const auto number = [&](const char* name) { return ParseNumber(typed[name]); };
+  ScheduleInput input;
+  input.mortgage = mortgage(number("principal"), number("rate"), number("years"));
+  input.mortgage.choices.compounding = rowCalled(kCompoundingPeriods, typed["compounding"]).period;
+  input.mortgage.choices.frequency = rowCalled(kPaymentFrequencies, typed["frequency"]).frequency;
+  for (const DaysInYearRow& row : kDaysInYear)
+    if (row.days == ToCurrency(number("days"))) {
+      input.mortgage.biweeklyPerYear = row.biweeklyPerYear;
+      input.mortgage.weeklyPerYear = row.weeklyPerYear;
+    }
+  input.kind = typed["kind"] == "chosen" ? AtFrequency : Conventional;
+  input.extras = {ToCurrency(number("extra")), ToCurrency(number("yearly"))};
+  return input;
+}
+
+TEST(MortgageSchedule, ReportsAsDerived) {
+  int played = 0;
+  for (const auto& file :
+       std::filesystem::directory_iterator(MIRELUND_TEST_DATA "/golden_schedule")) {
+    if (file.path().extension() != ".txt") continue;
+    const Golden golden = goldenOf(file.path());
+    const ShownSchedule shown = showSchedule(inputOf(golden.typed));
+    EXPECT_EQ(linesOf(shown.report), linesOf(golden.report)) << file.path();
+    ++played;
+  }
+  EXPECT_EQ(played, 8);
 }
 
 // --- laws ---

@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
+#include <exception>
+#include <utility>
 
 #include "base/ui_text.h"
 #include "dialogs/messages.h"
@@ -72,6 +74,11 @@ GuidePlayer::GuidePlayer(const QString& sample) {
 }
 
 void GuidePlayer::play(const QStringList& lines) {
+  closed_.reset();
+  playLines(lines);
+}
+
+void GuidePlayer::playLines(const QStringList& lines) {
   QString rest;
   for (qsizetype at = 0; at < lines.size(); ++at) {
     const QString& line = lines[at];
@@ -80,6 +87,7 @@ void GuidePlayer::play(const QStringList& lines) {
       expectMessage(rest);
       continue;
     }
+    if (begins(line, "Open", rest) && !rest.contains(", ")) return openAnd(rest, lines.mid(at + 1));
     answersBehind(lines, at + 1);
     if (begins(line, "Open", rest))
       open(rest);
@@ -246,6 +254,36 @@ void GuidePlayer::command(const QString& caption) {
   throw NotDone("no such command: " + caption);
 }
 
+// The command waits for its window, so the lines are played from within.
+void GuidePlayer::openAnd(const QString& command, const QStringList& lines) {
+  QAction* chosen = nullptr;
+  for (auto* action : window_->findChildren<QAction*>())
+    if (action->text().remove("...") == command && action->isEnabled()) chosen = action;
+  if (chosen == nullptr) throw NotDone("no such command: " + command);
+  QWidget* const below = window_;
+  std::exception_ptr failure;
+  QTimer::singleShot(30, below, [&] {
+    window_ = QApplication::activeModalWidget();
+    if (window_ == nullptr) return;
+    try {
+      window_->resize(window_->sizeHint().expandedTo(window_->size()));
+      if (!program_.isActivated(window_)) throw NotDone("not active: " + command);
+      playLines(lines);
+      // The box that was typed into last is left.
+      QTest::mouseClick(shown<QPlainTextEdit>().front(), Qt::LeftButton);
+      Closed seen{report(), picture({}), picture("chart-")};
+      closed_ = std::move(seen);
+    } catch (const std::runtime_error&) {
+      failure = std::current_exception();
+    }
+    window_->close();
+  });
+  chosen->trigger();
+  window_ = below;
+  if (failure) std::rethrow_exception(failure);
+  if (!closed_) throw NotDone("opens no window: " + command);
+}
+
 void GuidePlayer::settle() {
   // What waits for the end of a click.
   QEventLoop loop;
@@ -264,6 +302,7 @@ void GuidePlayer::forget() {
 }
 
 QString GuidePlayer::report() const {
+  if (closed_) return closed_->report;
   const auto boxes = shown<QPlainTextEdit>();
   if (boxes.size() != 1) throw NotDone("no report box in view");
   return boxes.front()->toPlainText();
@@ -276,6 +315,7 @@ QByteArray GuidePlayer::fileBytes() const {
 
 QImage GuidePlayer::picture(const QString& name) {
   if (window_ == nullptr) throw NotDone("no window yet");
+  if (closed_) return name.startsWith("chart-") ? closed_->chart : closed_->window;
   QImage image;
   const auto take = [&image](QWidget* window, const QString& more) {
     QTest::qWait(30);

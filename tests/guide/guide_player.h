@@ -3,6 +3,9 @@
 // the windows of the program:
 //
 //     Open Calculations, Compound gain       a window and a tab; the tab starts afresh
+//     Open Payment schedule                  the window of a command of the menus, which has
+//                                            what follows; at the block's end it is looked
+//                                            at and closed
 //     Number of years invested: 5            into the box, or from the list, of this label
 //     Click Calculate                        a button or an option by its caption
 //     Choose Export                          a command of the menus, by its key
@@ -14,6 +17,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <optional>
 #include <stdexcept>
 
 #include "guide/guide_page.h"
@@ -37,11 +41,13 @@ class GuidePlayer {
   /// Whatever was told or is still to be answered.
   void forget();
 
-  /// The text of the report box in view.
+  /// The text of the report box in view, or of the window that was closed last in the
+  /// same block.
   QString report() const;
   /// The file that was named last; empty where there is none.
   QByteArray fileBytes() const;
-  /// The window in use; its chart where the picture's name begins with "chart-".
+  /// The window in use, or the one that was closed; its chart where the picture's name
+  /// begins with "chart-".
   QImage picture(const QString& name);
 
  private:
@@ -54,6 +60,8 @@ class GuidePlayer {
   void doubleClick(const QString& item);
   void click(const QString& caption);
   void command(const QString& caption);
+  void openAnd(const QString& command, const QStringList& lines);
+  void playLines(const QStringList& lines);
   void answer(const QString& text);
   void answersBehind(const QStringList& lines, qsizetype at);
   void expectMessage(const QString& text);
@@ -66,6 +74,13 @@ class GuidePlayer {
   QTemporaryDir folder_;
   QWidget* window_ = nullptr;
   QString file_;
+  /// Of the window that a command has opened and that is closed again.
+  struct Closed {
+    QString report;
+    QImage window;
+    QImage chart;
+  };
+  std::optional<Closed> closed_;
 };
 
 /// What a picture was taken of: each control with its text and, in hundredths of the

@@ -147,10 +147,11 @@ class GuideTest : public QObject {
   }
 
   void hasAPageForEach() {
-    for (const char* page : {"index", "compound-gain", "capital-required", "investment-growth",
-                             "mortgage", "pension-growth", "retirement-income", "begin-a-database",
-                             "add-records", "correct-and-delete", "look-at-funds", "current-value",
-                             "open-and-save", "print", "data-file", "menus-and-keys"})
+    for (const char* page :
+         {"index", "compound-gain", "capital-required", "investment-growth", "mortgage",
+          "payment-schedule", "pension-growth", "retirement-income", "begin-a-database",
+          "add-records", "correct-and-delete", "look-at-funds", "current-value", "open-and-save",
+          "print", "data-file", "menus-and-keys"})
       QVERIFY2(pages().contains(QString(page) + ".md"), page);
   }
 
@@ -179,12 +180,13 @@ class GuideTest : public QObject {
 
   void everyKeyIsAnActionS() {
     QSet<QKeySequence> keys;
-    {
+    for (const auto& [button, window] :
+         {std::pair{"StartStockMgmt", "PQManagement"}, std::pair{"StartCalc", "PQInvest"}}) {
       ProgramFixture program;
-      program.click("StartStockMgmt");
-      for (auto* action : program.window("PQManagement")->findChildren<QAction*>())
+      program.click(button);
+      for (auto* action : program.window(window)->findChildren<QAction*>())
         for (const QKeySequence& key : action->shortcuts()) keys << key;
-      for (auto* shortcut : program.window("PQManagement")->findChildren<QShortcut*>())
+      for (auto* shortcut : program.window(window)->findChildren<QShortcut*>())
         keys << shortcut->key();
     }
     static const QRegularExpression kKey("`((?:Ctrl|Alt|F\\d)[^`]*)`");

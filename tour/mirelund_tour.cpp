@@ -18,6 +18,7 @@ class Tour : Stage {
  private:
   void calculators();
   void chart(const QString& name);
+  void schedule();
   void tab(int page) { Stage::tab("SSTab1", page); }
   void compoundGain();
 };
@@ -29,6 +30,25 @@ void Tour::chart(const QString& name) {
     click("PQGExit");
   });
   click("AllGraphs");
+}
+
+// What an extra payment saves.
+void Tour::schedule() {
+  inDialog("PQSchedule", [this](QWidget* dialog) {
+    shot(dialog, "payment-schedule");
+    type("SCExtra", "100");
+    type("SCYearly", "1000");
+    click("SCKind_1");
+    report("SCResults");
+    shot(dialog, "payment-schedule-extras");
+    inDialog("PQGraph", [this](QWidget* chart) {
+      shot(chart, "chart-payment-schedule");
+      click("PQGExit");
+    });
+    click("SCGraph");
+    click("SCExit");
+  });
+  QTest::keyClick(window("PQInvest"), Qt::Key_T, Qt::ControlModifier);
 }
 
 void Tour::calculators() {
@@ -58,6 +78,7 @@ void Tour::calculators() {
     report("Results");
     shot("PQInvest", page.name);
     chart(page.name);
+    if (page.index == 1) schedule();
     printing_.setNext(page.name + QString(".pdf"));
     click(prefix + "Print");
     click(prefix + "Help");

@@ -60,7 +60,9 @@ class ActionMenuTest : public QObject {
                              "ActionZoomReset Ctrl+0", "ActionHelp F1",
                              "ActionGuide ",           "ActionAbout "};
     QTest::newRow("calculators") << "StartCalc"
-                                 << "PQInvest" << common;
+                                 << "PQInvest"
+                                 << common.mid(0, 6) + QStringList{"ActionSchedule Ctrl+T"} +
+                                        common.mid(6);
     QTest::newRow("manager") << "StartStockMgmt"
                              << "PQManagement"
                              << QStringList{"ActionOpen Ctrl+O", "ActionSave Ctrl+S",

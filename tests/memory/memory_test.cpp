@@ -14,6 +14,7 @@
 #include "calc/compound_gain.h"
 #include "calc/investment_growth.h"
 #include "calc/mortgage.h"
+#include "calc/mortgage_schedule.h"
 #include "calc/pension_growth.h"
 #include "calc/retirement_income.h"
 #include "charts/chart_data.h"
@@ -451,6 +452,11 @@ TEST(Memory, ThatLacksLeavesTheCalculatorsAsTheyWere) {
       return RecalculateMortgage(c.global.boxes, c.days, choices, c.texts);
     });
   }
+  const MortgageInput loan{10'000, 6, 2, 0, 26, 52, {}};
+  refuse("payment schedule", [&](Calculator&) {
+    const ShownSchedule shown = showSchedule({loan, ScheduleKind::Conventional, {}});
+    return Outcome{shown.message, false, {}, false};
+  });
   refuse("help", [](Calculator& c) {
     static const std::string kHelp = "A help text, which is longer than most other texts are";
     try {

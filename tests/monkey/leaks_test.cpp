@@ -3,6 +3,7 @@
 // once all is warm, is a figure that stays near nothing.
 #include <malloc.h>
 
+#include <QAction>
 #include <QDialog>
 #include <QFileDialog>
 #include <QPixmapCache>
@@ -81,6 +82,17 @@ class LeaksTest : public QObject {
       program.openCalculations(0);
       for (int page = 1; page < kPages; ++page) program.choosePage(page);
       program.click("ExitProgram");
+      settle();
+    });
+  }
+
+  void thePaymentSchedule() {
+    ProgramFixture program;
+    program.openCalculations(1);
+    program.click("MTCalculate");
+    measure("payment schedule", kWindows, [&] {
+      cancelNext();
+      program.find<QAction>("ActionSchedule")->trigger();
       settle();
     });
   }

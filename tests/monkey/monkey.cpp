@@ -64,13 +64,13 @@ constexpr KeyRow kKeys[] = {
     {1, Qt::Key_F10, Qt::NoModifier},      {1, Qt::Key_Menu, Qt::NoModifier},
     {1, Qt::Key_A, Qt::ControlModifier},   {1, Qt::Key_Z, Qt::ControlModifier},
     {1, Qt::Key_X, Qt::ControlModifier},   {1, Qt::Key_C, Qt::ControlModifier},
-    {2, Qt::Key_E, Qt::ControlModifier},   {1, Qt::Key_1, Qt::NoModifier},
-    {1, Qt::Key_2, Qt::NoModifier},        {1, Qt::Key_5, Qt::NoModifier},
-    {1, Qt::Key_0, Qt::NoModifier},        {1, Qt::Key_9, Qt::NoModifier},
-    {1, Qt::Key_Slash, Qt::NoModifier},    {1, Qt::Key_Period, Qt::NoModifier},
-    {1, Qt::Key_Minus, Qt::NoModifier},    {1, Qt::Key_B, Qt::NoModifier},
-    {1, Qt::Key_S, Qt::NoModifier},        {1, Qt::Key_Q, Qt::ShiftModifier},
-    {1, Qt::Key_E, Qt::NoModifier},
+    {2, Qt::Key_E, Qt::ControlModifier},   {3, Qt::Key_T, Qt::ControlModifier},
+    {1, Qt::Key_1, Qt::NoModifier},        {1, Qt::Key_2, Qt::NoModifier},
+    {1, Qt::Key_5, Qt::NoModifier},        {1, Qt::Key_0, Qt::NoModifier},
+    {1, Qt::Key_9, Qt::NoModifier},        {1, Qt::Key_Slash, Qt::NoModifier},
+    {1, Qt::Key_Period, Qt::NoModifier},   {1, Qt::Key_Minus, Qt::NoModifier},
+    {1, Qt::Key_B, Qt::NoModifier},        {1, Qt::Key_S, Qt::NoModifier},
+    {1, Qt::Key_Q, Qt::ShiftModifier},     {1, Qt::Key_E, Qt::NoModifier},
 };
 
 struct MnemonicRow {

@@ -8,6 +8,7 @@
 #include <QListWidget>
 #include <QStyleFactory>
 
+#include "calc/mortgage_schedule_window.h"
 #include "charts/bar_chart_widget.h"
 #include "charts/chart_window.h"
 #include "dialogs/input_dialogs.h"
@@ -153,7 +154,10 @@ class RenderTest : public QObject {
       if (*options[page] != '\0') program.click(options[page]);
       program.click(qPrintable(QString(prefixes[page]) + "Calculate"));
       lookAndWalk(window, name + "-report");
-      if (page == 1) chart(program, "chart-mortgage");
+      if (page == 1) {
+        chart(program, "chart-mortgage");
+        schedule(program);
+      }
     }
     chart(program, "chart-capital");
     program.click("ExitProgram");
@@ -166,6 +170,17 @@ class RenderTest : public QObject {
     QVERIFY(ProgramFixture::isActivated(&window));
     window.findChild<BarChart*>("MSChart1")->replot();
     lookAndWalk(&window, view);
+  }
+
+  void schedule(ProgramFixture& program) {
+    MortgageInput mortgage{100'000, 6.5, 25, 0, 26.07142857, 52.14285714, {}};
+    mortgage.choices.frequency = PaymentFrequency::BiweeklyAccelerated;
+    PQSchedule window(mortgage, program.prompts, program.printing, nullptr);
+    window.setVisible(true);
+    QVERIFY(ProgramFixture::isActivated(&window));
+    lookAndWalk(&window, "schedule");
+    program.find<QRadioButton>("SCKind_1")->click();
+    look(&window, "schedule-frequency");
   }
 
   void manager(ProgramFixture& program) {

@@ -9,6 +9,7 @@
 #include <map>
 
 #include "app/result_label.h"
+#include "calc/mortgage_schedule_window.h"
 #include "charts/bar_chart_widget.h"
 #include "charts/chart_window.h"
 #include "dialogs/input_dialogs.h"
@@ -534,6 +535,21 @@ class ScreenReaderTest : public QObject {
     FundCurValInput dialog("Type in the number.", nullptr);
     compareDialog(dialog, "Mirelund",
                   {"text Type in the number.", "button Accept", "button Cancel"});
+  }
+
+  void thePaymentSchedule() {
+    FakePrompts prompts;
+    PdfTarget printing;
+    PQSchedule window({100'000, 6.5, 25, 0, 26.07142857, 52.14285714, {}}, prompts, printing,
+                      nullptr);
+    compareDialog(window, "Payment schedule",
+                  {"option Conventional: Monthly (on)", "text Extra with each payment = $.00",
+                   "text Extra once a year = $.00", "text Payment schedule (read only)",
+                   "button Graph", "button Print", "button Export...", "button Exit"});
+    const Ear ear;
+    window.findChild<QRadioButton*>("SCKind_1")->click();
+    QVERIFY2(ear.heard().join('\n').contains("Payment schedule: new text"),
+             qPrintable(ear.heard().join('\n')));
   }
 
   void theChartIsAListOfItsBars() {

@@ -2,6 +2,7 @@
 // The windows on one screen, whose size and scale the display has: none is larger, every
 // control can be reached, and the report's columns are whole. Runs under a window
 // manager, which gives the windows their frames.
+#include <QAction>
 #include <QFileDialog>
 #include <QLabel>
 #include <QListWidget>
@@ -63,6 +64,9 @@ class ScreensTest : public QObject {
       verifyOnScreen(program.window("PQInvest"));
       program.click("CGCalculate");
       inDialog([&] { program.click("AllGraphs"); });
+      program.choosePage(1);
+      program.click("MTCalculate");
+      inDialog([&] { program.find<QAction>("ActionSchedule")->trigger(); });
     }
     ManagerFixture program;
     verifyOnScreen(program.manager());

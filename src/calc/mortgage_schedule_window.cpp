@@ -42,14 +42,14 @@ PQSchedule::PQSchedule(const MortgageInput& mortgage, Prompts& prompts, PrintTar
   setWindowTitle("Payment schedule");
   setModal(true);
   auto* layout = new QVBoxLayout(this);
-  auto* top = new QHBoxLayout;
-  top->addWidget(makeKinds());
+  // Below each other: beside each other they are wider than a small screen where letters
+  // are large.
+  layout->addWidget(makeKinds());
   auto* grid = new QGridLayout;
   SCExtra_ = addBox(grid, "SCExtra");
   SCYearly_ = addBox(grid, "SCYearly");
-  top->addLayout(grid);
-  top->addStretch();
-  layout->addLayout(top);
+  grid->setColumnStretch(2, 1);
+  layout->addLayout(grid);
 
   SCResults_ = new ReportBox("SCResults", kReportColumns, kReportLines, this);
   SCResults_->setAccessibleName("Payment schedule");

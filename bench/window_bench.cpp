@@ -150,6 +150,7 @@ void Measurements::calculations() {
   const auto close = [] { window("PQSchedule")->close(); };
   tell("Mortgage: Ctrl+T to the painted schedule of 480 payments", kFrame,
        watch_.timed("SCResults", ctrlT, close));
+  PaintWatch::settle();
   double weekly = 0.0;
   QTimer::singleShot(200, qApp, [&] {
     weekly = watch_.timed("SCResults", [] { find<QRadioButton>("SCKind_1")->click(); });

@@ -2,6 +2,8 @@
 // A walk through the program without a display: drives the real windows with
 // key and mouse events, prints the reports it obtains, and leaves pictures (PNG)
 // and printouts (PDF) in a folder.
+#include <QAction>
+
 #include "application.h"
 #include "stage.h"
 
@@ -48,7 +50,7 @@ void Tour::schedule() {
     click("SCGraph");
     click("SCExit");
   });
-  QTest::keyClick(window("PQInvest"), Qt::Key_T, Qt::ControlModifier);
+  find<QAction>("ActionSchedule")->trigger();
 }
 
 void Tour::calculators() {

@@ -59,10 +59,10 @@ class ActionMenuTest : public QObject {
                              "ActionZoomIn Ctrl++",    "ActionZoomOut Ctrl+-",
                              "ActionZoomReset Ctrl+0", "ActionHelp F1",
                              "ActionGuide ",           "ActionAbout "};
+    QStringList calculators = common;
+    calculators.insert(calculators.indexOf("ActionHelp F1"), "ActionSchedule Ctrl+T");
     QTest::newRow("calculators") << "StartCalc"
-                                 << "PQInvest"
-                                 << common.mid(0, 6) + QStringList{"ActionSchedule Ctrl+T"} +
-                                        common.mid(6);
+                                 << "PQInvest" << calculators;
     QTest::newRow("manager") << "StartStockMgmt"
                              << "PQManagement"
                              << QStringList{"ActionOpen Ctrl+O", "ActionSave Ctrl+S",

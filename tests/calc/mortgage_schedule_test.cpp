@@ -365,6 +365,15 @@ TEST(MortgageSchedule, IsMessageThreeWhereThereIsNone) {
   EXPECT_EQ(extra.message, Message::WrongEntry) << "against what would it save?";
 }
 
+// Half a mortgage is none: the page shows no results where the frequency has none.
+TEST(MortgageSchedule, NeedsAllOfThePagesResults) {
+  MortgageInput input =
+      mortgage(100'000, 6, 25, {Compounding::Monthly, Frequency::OneWeek, SolveFor::Payment});
+  input.weeklyPerYear = 20;
+  EXPECT_TRUE(solveMortgage(input).solved);
+  EXPECT_EQ(showSchedule({input, Conventional, {}}).message, Message::WrongEntry);
+}
+
 TEST(MortgageSchedule, ShowsWhatItReports) {
   const ScheduleInput input{kAsLoaded, AtFrequency, {Currency::whole(50), {}}};
   const ShownSchedule shown = showSchedule(input);

@@ -267,7 +267,10 @@ void GuidePlayer::openAnd(const QString& command, const QStringList& lines) {
     if (window_ == nullptr) return;
     try {
       window_->resize(window_->sizeHint().expandedTo(window_->size()));
-      if (!program_.isActivated(window_)) throw NotDone("not active: " + command);
+      // It counts as active while the window below it is.
+      window_->activateWindow();
+      if (!QTest::qWaitFor([this] { return QApplication::activeWindow() == window_; }))
+        throw NotDone("not active: " + command);
       playLines(lines);
       // The box that was typed into last is left.
       QTest::mouseClick(shown<QPlainTextEdit>().front(), Qt::LeftButton);

@@ -511,6 +511,10 @@ TEST(Memory, ThatLacksLeavesTheChartAsItWas) {
       "periods", Message::CannotDraw,
       [](Calculator& c) { return makeChartView(c.global.boxes, c.global.reports, c.global.chart); },
       &Calculator::periods);
+  const PaymentSchedule schedule =
+      makeSchedule({{10'000, 6, 2, 0, 26, 52, {}}, ScheduleKind::Conventional, {}});
+  refuseInTurn<Calculator>("payment schedule", Message::CannotDraw,
+                           [&](Calculator&) { return scheduleChart(schedule); });
   refuseInTurn<World>(
       "funds", Message::CannotDraw,
       [](World& w) { return makeChartView(w.global.boxes, w.global.reports, w.global.chart); },

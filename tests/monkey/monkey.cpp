@@ -214,6 +214,7 @@ class Monkey : public QObject {
   void planWheel();
   void planClose();
   void planRestore();
+  void planSchedule();
   void planFileDialog(QFileDialog* dialog);
 
   QWidget* drawWindow();
@@ -248,6 +249,7 @@ const Monkey::Action Monkey::kActions[] = {
     {4, &Monkey::planDoubleClick}, {16, &Monkey::planFill},     {2, &Monkey::planComposed},
     {3, &Monkey::planPaste},       {2, &Monkey::planDrop},      {2, &Monkey::planWheel},
     {1, &Monkey::planClose},       {1, &Monkey::planEnd},       {4, &Monkey::planRestore},
+    {6, &Monkey::planSchedule},
 };
 
 // --- events ---------------------------------------------------------------------
@@ -492,6 +494,18 @@ void Monkey::planRestore() {
   planKeyStroke(Qt::Key_Right, Qt::NoModifier);
   if (redoes) planKeyStroke(Qt::Key_Down, Qt::NoModifier);
   planKeyStroke(Qt::Key_Return, Qt::NoModifier);
+}
+
+// A box of the mortgage page, which is left by the command that shows its schedule.
+void Monkey::planSchedule() {
+  const QWidget* window = frontWindow();
+  if (window == nullptr || window->objectName() != "PQInvest") return planClick();
+  constexpr int kMortgagePage = 1;
+  auto* bar = window->findChild<QTabBar*>();
+  planClickOn(bar, bar->tabRect(kMortgagePage).center(), Qt::LeftButton);
+  planKeyStroke(Qt::Key_Tab, Qt::NoModifier);
+  planKeyStroke(Qt::Key_Tab, Qt::NoModifier);
+  planKeyStroke(Qt::Key_T, Qt::ControlModifier);
 }
 
 // As a signal does that ends the program.

@@ -149,7 +149,11 @@ void PQSchedule::calculate() {
   shown_ = mirelund::showSchedule(input_);
   for (QPushButton* button : takingAlong_) button->setEnabled(shown_.message == Message::None);
   SCResults_->setPlainText(toQString(shown_.report));
-  if (shown_.message != Message::None) prompts_.tell(this, shown_.message);
+  if (shown_.message == Message::None) return;
+  // Once the window is seen: nothing is told over one that is not.
+  QMetaObject::invokeMethod(
+      this, [this, message = shown_.message] { prompts_.tell(this, message); },
+      Qt::QueuedConnection);
 }
 
 void PQSchedule::SCGraph_Click() {

@@ -379,8 +379,9 @@ class MortgageScheduleWindowTest : public QObject {
       QVERIFY(program.find("SCGraph")->isEnabled());
       QCOMPARE(program.prompts.told.size(), 1);
       QTest::keyClick(schedule(), Qt::Key_C, Qt::AltModifier);
-      QTRY_COMPARE(shownReport(), "");
-      QCOMPARE(program.prompts.told.size(), 2);
+      QTRY_COMPARE(program.prompts.told.size(), 2);
+      QCOMPARE(shownReport(), "");
+      for (QWidget* over : program.prompts.over) QCOMPARE(over, schedule());
     });
   }
 

@@ -27,12 +27,17 @@ class StandingDialog {
   /// the dialog's loop would destroy under whoever waits.
   bool wait() {
     const QWidget* over = dialog_->parentWidget();
-    if (over != nullptr && !over->window()->isVisible()) return false;
+    if (over != nullptr && hasBeenClosed(over->window())) return false;
     dialog_->exec();
     return dialog_ != nullptr;
   }
 
  private:
+  /// Hidden again: one that has not been shown yet may ask.
+  static bool hasBeenClosed(const QWidget* window) {
+    return window->isHidden() && window->testAttribute(Qt::WA_WState_ExplicitShowHide);
+  }
+
   QPointer<Dialog> dialog_;
 };
 

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "charts/chart_window.h"
 #include "program/real_program.h"
 
 namespace mirelund::testing {
@@ -125,6 +126,18 @@ class ApplicationTest : public QObject {
         {});
     QVERIFY(whole);
     QTRY_VERIFY(window == nullptr && program.program.start().isVisible());
+  }
+
+  void aWindowThatIsNotShownYetTells() {
+    RealProgram program;
+    QWidget* window = program.openCalculations();
+    ChartView empty;
+    empty.message = Message::CannotDraw;
+    play([&] { const PQGraph chart(empty, program.prompts, program.printing, window); },
+         {[](QDialog* over) {
+           QCOMPARE(over->objectName(), "AMsgbox");
+           press(over, Qt::Key_Escape);
+         }});
   }
 
   // As a screen reader presses it.

@@ -35,6 +35,16 @@ class Date {
   /// A number that orders as the dates do.
   constexpr std::int32_t key() const { return key_; }
 
+  /// Days since the first of March of the year 0 of the same calendar continued
+  /// backward: the difference of two is the days between them. Of a day of the
+  /// calendar alone. Years begin in March here, so that a leap day ends one; months then
+  /// have 153 days in every five.
+  constexpr std::int32_t dayNumber() const {
+    const int y = month() > 2 ? year() : year() - 1;
+    const int m = month() > 2 ? month() - 3 : month() + 9;
+    return 365 * y + y / 4 - y / 100 + y / 400 + (153 * m + 2) / 5 + day() - 1;
+  }
+
   friend constexpr bool operator==(Date, Date) = default;
   friend constexpr auto operator<=>(Date, Date) = default;
 

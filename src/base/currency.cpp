@@ -26,19 +26,48 @@ bool isDecimalTie(double value) {
   return e[-1] == '5' && exponent - decimals == -5;
 }
 
+std::uint64_t magnitude(std::int64_t value) {
+  return static_cast<std::uint64_t>(value < 0 ? -value : value);
+}
+
+template <typename Unsigned>
+Unsigned quotientToEven(Unsigned dividend, Unsigned divisor) {
+  const Unsigned quotient = dividend / divisor;
+  const Unsigned remainder = dividend % divisor;
+  const Unsigned missing = divisor - remainder;
+  const bool up = remainder > missing || (remainder == missing && quotient % 2 != 0);
+  return up ? quotient + 1 : quotient;
+}
+
+// a x b / c, rounded once, a tie to even. Most products of a fund have 64 bits, which
+// the processor divides many times faster than 128.
+inline std::int64_t productOver(std::int64_t a, std::int64_t b, std::int64_t c) {
+  __extension__ using Wide = unsigned __int128;
+  const std::uint64_t divisor = magnitude(c);
+  std::uint64_t quotient = 0;
+  std::uint64_t product = 0;
+  if (!__builtin_mul_overflow(magnitude(a), magnitude(b), &product)) {
+    quotient = quotientToEven(product, divisor);
+    require(quotient <= magnitude(Currency::max().tenThousandths()), kBeyondCurrency);
+  } else {
+    const Wide wide = quotientToEven(Wide{magnitude(a)} * magnitude(b), Wide{divisor});
+    require(wide <= magnitude(Currency::max().tenThousandths()), kBeyondCurrency);
+    quotient = static_cast<std::uint64_t>(wide);
+  }
+  const auto units = static_cast<std::int64_t>(quotient);
+  const bool negative = ((a < 0) != (b < 0)) != (c < 0);
+  return negative ? -units : units;
+}
+
 }  // namespace
 
 Currency operator*(Currency a, Currency b) {
-  __extension__ using Wide = __int128;
-  const Wide product = static_cast<Wide>(a.units_) * b.units_;
-  Wide quotient = product / Currency::kScale;
-  const Wide remainder = product % Currency::kScale;
-  const Wide twice = 2 * (remainder < 0 ? -remainder : remainder);
-  if (twice > Currency::kScale || (twice == Currency::kScale && quotient % 2 != 0))
-    quotient += product < 0 ? -1 : 1;
-  require(quotient <= Currency::max().units_ && quotient >= Currency::min().units_,
-          kBeyondCurrency);
-  return Currency(static_cast<std::int64_t>(quotient));
+  return Currency::fromTenThousandths(productOver(a.units_, b.units_, Currency::kScale));
+}
+
+Currency scaled(Currency amount, Currency part, Currency whole) {
+  require(!whole.isZero(), "division by zero");
+  return Currency::fromTenThousandths(productOver(amount.units_, part.units_, whole.units_));
 }
 
 Currency detail::ToCurrencyInDoubt(double value) {

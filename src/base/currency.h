@@ -63,6 +63,11 @@ class Currency {
   /// even ten-thousandth.
   friend Currency operator*(Currency a, Currency b);
 
+  /// amount x part / whole, the product through 128 bits and exact, the quotient rounded
+  /// once to four decimals, a tie to the even ten-thousandth: what `part` of `whole`
+  /// shares have of an amount. Throws ArithmeticError where `whole` is 0, too.
+  friend Currency scaled(Currency amount, Currency part, Currency whole);
+
   constexpr Currency& operator+=(Currency other) { return *this = *this + other; }
 
  private:
@@ -76,6 +81,8 @@ class Currency {
 
   std::int64_t units_ = 0;
 };
+
+Currency scaled(Currency amount, Currency part, Currency whole);
 
 namespace detail {
 /// ToCurrency where the product is a tie, or too near to one to be trusted.

@@ -13,6 +13,7 @@
 #include "charts/chart_window.h"
 #include "dialogs/prompts.h"
 #include "dialogs/standing_dialog.h"
+#include "insights/insights_window.h"
 #include "manager/manager_window.h"
 
 namespace mirelund {
@@ -25,12 +26,15 @@ PQStart::Windows Program::windows(Prompts& prompts, PrintTarget& printing) {
     if (prompts.cancelsAll()) return;
     StandingDialog<PQGraph>(global_, prompts, printing, over).wait();
   };
+  const auto showInsights = [&](QWidget* over, const Manager& manager) {
+    openInsights({manager, global_, prompts, printing}, over);
+  };
   return {
       [=, this, &prompts, &printing] {
         return new PQInvest({global_, prompts, printing, calculatorPages(), kStartPage, showChart});
       },
       [=, this, &prompts, &printing] {
-        manager_ = new PQManagement({global_, prompts, printing, showChart});
+        manager_ = new PQManagement({global_, prompts, printing, showChart, showInsights});
         return manager_.data();
       }};
 }

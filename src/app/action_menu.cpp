@@ -66,6 +66,7 @@ constexpr auto kRows = std::to_array<CommandRow>({
     {ZoomOut, Menu::View, false, "ActionZoomOut", "Smaller report text", Qt::CTRL | Qt::Key_Minus},
     {ZoomReset, Menu::View, false, "ActionZoomReset", "Usual report text", Qt::CTRL | Qt::Key_0},
     {Schedule, Menu::View, true, "ActionSchedule", "Payment schedule...", Qt::CTRL | Qt::Key_T},
+    {Insights, Menu::View, true, "ActionInsights", "Insights...", Qt::CTRL | Qt::Key_I},
     {Help, Menu::Help, false, "ActionHelp", "Help on this page", Qt::Key_F1},
     {Guide, Menu::Help, false, "ActionGuide", "Guide"},
     {About, Menu::Help, true, "ActionAbout", "About Mirelund"},

@@ -6,7 +6,7 @@
 //     ActionSave     ActionRedo      ActionZoomOut       ActionGuide
 //     ActionSaveAs   ActionCopy      ActionZoomReset     ActionAbout
 //     ActionPrint                    ActionSchedule
-//     ActionExport
+//     ActionExport                   ActionInsights
 //     ActionExit
 //
 // A window has those that mean something in it.
@@ -43,18 +43,19 @@ enum class Command : std::uint8_t {
   ZoomOut,
   ZoomReset,
   Schedule,
+  Insights,
   Help,
   Guide,
   About,
 };
-inline constexpr std::size_t kCommands = 16;
+inline constexpr std::size_t kCommands = 17;
 
 /// Commands by key and menu. The bar is opened by F10; no caption has a mnemonic, so
 /// that each Alt key keeps the button that it has. Whatever is chosen, the focused box
 /// is left first; a value that it refuses is told and nothing else happens, but the
 /// focus has gone on to the tabs then, so that who chooses again means it.
 ///
-/// Copy, the three of View and all of Help but the page's own are the same in every
+/// Copy, the zooms of View and all of Help but the page's own are the same in every
 /// window. Copy copies what is selected in the box in focus or in the report, else the
 /// report.
 class ActionMenu : public QObject {

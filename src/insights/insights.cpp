@@ -59,6 +59,7 @@ constexpr YearSeries kSeries[] = {
 
 ChartView chartOf(const Years& years) {
   ChartView view;
+  view.stacked = true;
   view.caption = "Insights";
   view.title = "Income, realised gain and fees by year";
   view.categoryTitle = "Year";

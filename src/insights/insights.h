@@ -58,8 +58,8 @@ struct InsightsShown {
 };
 InsightsShown showInsights(const InsightsAsked& asked) noexcept;
 
-/// Years as categories, and as series the income, the realised gain and the fees of all
-/// funds that can be computed; fees are below 0. CannotDraw, or the message of
+/// Stacked bars: years as categories, and as series the income, the realised gain and the
+/// fees of all funds that can be computed; fees are below 0. CannotDraw, or the message of
 /// showInsights, and no series where it refuses.
 ChartView insightsChart(const InsightsAsked& asked) noexcept;
 

@@ -221,6 +221,12 @@ std::string Manager::priceText(std::int16_t row) const {
   return price ? FormatNumber(*price, kEntryPattern) : std::string();
 }
 
+std::optional<Currency> Manager::price(std::int16_t row) const noexcept {
+  const Price& price = held_.prices[static_cast<std::size_t>(row)];
+  const bool isPrice = price.value && !price.value->isZero() && !price.outOfRange;
+  return isPrice ? price.value : std::nullopt;
+}
+
 BoxLeft Manager::leavePriceBox(std::int16_t row, std::string_view text) noexcept {
   return attempt(BoxLeft{kFailed, true, false, {}}, &Change::leavePriceBox, row, text);
 }

@@ -39,6 +39,8 @@ inline constexpr std::string_view kNoFundText = "Click dn/arrow for funds list";
 inline constexpr std::string_view kFundNameCaption = "&Add Fund Name";
 inline constexpr std::string_view kFundNamePrompt =
     " Type in the name of the fund or               company.";
+inline constexpr std::string_view kHeaderCaption = "Input";
+inline constexpr std::string_view kHeaderPrompt = "Type in one line header information.";
 inline constexpr std::string_view kCorrectPrompt = "Correct record number: ";
 inline constexpr std::string_view kDeletePrompt = "Delete record number: ";
 
@@ -254,6 +256,9 @@ class Manager {
   /// The text of a fund's price box: as stored, empty until a price was typed.
   /// Prices stay while the funds do.
   std::string priceText(std::int16_t row) const;
+  /// The price of a fund; nothing until one was typed, and for 0 and a number that is no
+  /// amount.
+  std::optional<Currency> price(std::int16_t row) const noexcept;
   /// CVInPrice_LostFocus.
   BoxLeft leavePriceBox(std::int16_t row, std::string_view text) noexcept;
 

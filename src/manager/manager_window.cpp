@@ -42,8 +42,6 @@ constexpr int kEntryPage = 1;
 constexpr int kSavePage = 4;
 // What the window has to spare when it opens, in lines.
 constexpr int kSpareLines = 10;
-constexpr char kHeaderCaption[] = "Input";
-constexpr char kHeaderPrompt[] = "Type in one line header information.";
 
 template <typename Page>
 ManagerPage* make(ManagerHost& host) {
@@ -177,6 +175,7 @@ ActionMenu* PQManagement::makeActions() {
     actions->on(
         each.command, [this, way = each.way] { restore(way); },
         [this, way = each.way] { return manager_.canRestore(way); });
+  actions->on(Command::Insights, [this] { parts_.showInsights(this, manager_); });
   actions->onButton(Command::Help, [shown] { return shown()->helpButton(); });
   return actions;
 }
@@ -297,7 +296,7 @@ void PQManagement::print(QString report) {
   if (const Message refused = Manager::checkPrint(text); refused != Message::None)
     return tell(refused);
   if (!ask(Question::Print, {})) return;
-  const auto header = prompts().askLine(this, kHeaderCaption, kHeaderPrompt);
+  const auto header = prompts().askLine(this, toQString(kHeaderCaption), toQString(kHeaderPrompt));
   if (!header) return;
   manager_.preparePrint(toStdString(*header), text);
   PrintReport(toQString(printedReport(global().reports)),

@@ -23,12 +23,13 @@ class PQManagement : public QWidget, private ManagerHost {
   Q_OBJECT
 
  public:
-  /// The ways out to the person, the printer, the chart and the disk.
+  /// The ways out to the person, the printer, the chart, the insights and the disk.
   struct Parts {
     Global& global;
     Prompts& prompts;
     PrintTarget& printing;
     std::function<void(QWidget* over)> showChart;
+    std::function<void(QWidget* over, const Manager& manager)> showInsights;
     FileStore& files = systemFiles();
   };
 

@@ -69,7 +69,8 @@ class ActionMenuTest : public QObject {
                                             "ActionSaveAs Ctrl+Shift+S"} +
                                     common.mid(0, 3) +
                                     QStringList{"ActionUndo Ctrl+Z", "ActionRedo Ctrl+Shift+Z"} +
-                                    common.mid(3);
+                                    common.mid(3, 4) + QStringList{"ActionInsights Ctrl+I"} +
+                                    common.mid(7);
   }
   void everyWindowHasItsCommands() {
     QFETCH(QString, start);

@@ -871,6 +871,24 @@ TEST_F(ManagerTest, APriceOutOfRangeGivesMessageThreeAndNoTable) {
   EXPECT_FALSE(manager.state().CVResults.empty());
 }
 
+TEST_F(ManagerTest, APriceIsWhatWasTypedAndNeitherZeroNorBeyondAnAmount) {
+  ASSERT_EQ(open(madeDatabase(2, 4)), Message::None);
+  const auto priceOf = [&](const std::string& text) {
+    global.boxes.BoxEdited = 1;
+    manager.leavePriceBox(2, text);
+    return manager.price(2);
+  };
+  EXPECT_EQ(manager.price(2), std::nullopt);
+  EXPECT_EQ(priceOf("0"), std::nullopt);
+  EXPECT_EQ(priceOf(".0001"), Currency::fromTenThousandths(1));
+  EXPECT_EQ(priceOf("99999999999999999999"), std::nullopt);
+  EXPECT_EQ(priceOf("20"), money(20));
+  EXPECT_EQ(manager.price(1), std::nullopt);
+  // Another fund forgets them.
+  manager.addFund("Fund C");
+  EXPECT_EQ(manager.price(2), std::nullopt);
+}
+
 TEST_F(ManagerTest, AFundWithoutANameIsOpenedListedAndValued) {
   Database database = madeDatabase(2, 4);
   database.FundTable[2].name.clear();

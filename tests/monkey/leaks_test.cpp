@@ -132,6 +132,17 @@ class LeaksTest : public QObject {
     });
   }
 
+  void insights() {
+    ManagerFixture program;
+    program.openFile(kTwoFunds);
+    measure("insights", kWindows, [&] {
+      program.activate();
+      QTest::keyClick(program.manager(), Qt::Key_I, Qt::ControlModifier);
+      program.window("PQInsights")->close();
+      settle();
+    });
+  }
+
   void dialogs_data() {
     QTest::addColumn<int>("kind");
     int kind = 0;

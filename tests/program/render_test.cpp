@@ -13,6 +13,8 @@
 #include "charts/chart_window.h"
 #include "dialogs/input_dialogs.h"
 #include "dialogs/message_dialogs.h"
+#include "insights/insights_window.h"
+#include "manager/manager.h"
 #include "rendering.h"
 #include "ui_testing.h"
 
@@ -221,6 +223,25 @@ class RenderTest : public QObject {
     window->close();
   }
 
+  // Of the sample, a price missing.
+  void insights(ProgramFixture& program) {
+    Global global;
+    Manager sample(global.boxes, global.reports, global.chart);
+    sample.openSample(MIRELUND_DATA "/DtaSampl.PQD");
+    for (std::int16_t fund = 1; fund <= 5; ++fund) {
+      global.boxes.BoxEdited = 1;
+      sample.leavePriceBox(fund, "20");
+    }
+    PQInsights window({sample, program.global, program.prompts, program.printing}, nullptr);
+    window.show();
+    QVERIFY(ProgramFixture::isActivated(&window));
+    auto* tabs = window.findChild<QTabWidget*>("IVTabs");
+    for (int page = 0; page < tabs->count(); ++page) {
+      tabs->setCurrentIndex(page);
+      lookAndWalk(&window, QString("insights-%1").arg(page));
+    }
+  }
+
   static void choose(const char* list, int row) {
     auto* choice = ProgramFixture::find<QComboBox>(list);
     choice->setFocus(Qt::TabFocusReason);
@@ -367,6 +388,7 @@ class RenderTest : public QObject {
       lookAndWalk(&program.program.start(), "start");
       calculators(program);
       manager(program);
+      insights(program);
     }
     dialogs();
     faults_.removeDuplicates();

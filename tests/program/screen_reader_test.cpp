@@ -14,6 +14,8 @@
 #include "charts/chart_window.h"
 #include "dialogs/input_dialogs.h"
 #include "dialogs/message_dialogs.h"
+#include "insights/insights_window.h"
+#include "manager/manager.h"
 #include "ui_testing.h"
 
 namespace mirelund::testing {
@@ -550,6 +552,36 @@ class ScreenReaderTest : public QObject {
     window.findChild<QRadioButton*>("SCKind_1")->click();
     QVERIFY2(ear.heard().join('\n').contains("Payment schedule: new text"),
              qPrintable(ear.heard().join('\n')));
+  }
+
+  void theInsights() {
+    ProgramFixture program;
+    Global global;
+    Manager sample(global.boxes, global.reports, global.chart);
+    sample.setDateFormat(shortDateFormat("MM/dd/yyyy"));
+    sample.openSample(MIRELUND_DATA "/DtaSampl.PQD");
+    PQInsights window({sample, program.global, program.prompts, program.printing}, nullptr);
+    // The date is today's.
+    const QString date = window.findChild<QLineEdit*>("IVDate")->text();
+    const QStringList behind = {"button Graph",
+                                "button Print",
+                                "button Export...",
+                                "button Exit",
+                                "text Date of valuation = " + date,
+                                "option Average cost (on)"};
+    compareDialog(
+        window, "Insights",
+        QStringList{"text Gains of the funds (read only)"} + behind + QStringList{"tabs Gains"});
+    for (const char* stops : {"Return|text Annual return of the funds (read only)",
+                              "Years|text The funds year by year (read only)"}) {
+      const QStringList parts = QString(stops).split('|');
+      const Ear ear;
+      QTest::keyClick(&window, Qt::Key_Tab, Qt::ControlModifier);
+      QVERIFY(Ear::heard().join('\n').contains(": new text, "));
+      window.findChild<QTabWidget*>("IVTabs")->currentWidget()->setFocus(Qt::TabFocusReason);
+      compareLines(walked(), QStringList{parts[1]} + behind + QStringList{"tabs " + parts[0]});
+      QCOMPARE(Laws::broken(&window), "");
+    }
   }
 
   void theChartIsAListOfItsBars() {

@@ -80,6 +80,7 @@ class ScreensTest : public QObject {
       program.type(qPrintable(QString("CVInPrice_%1").arg(fund)), "20");
     program.click("CVCalc");
     inDialog([&] { program.click("CVGraph"); });
+    verifyInsights(verifyOnScreen);
     verifyOnScreen(program.manager());
   }
 
@@ -134,6 +135,7 @@ class ScreensTest : public QObject {
       program.page(page);
       verifyReached(program.manager());
     }
+    verifyInsights(verifyReached);
   }
 
  private:
@@ -171,6 +173,23 @@ class ScreensTest : public QObject {
     const double margins = 2 * box.document()->documentMargin();
     return static_cast<int>((box.viewport()->width() - margins) /
                             QFontMetricsF(box.font()).horizontalAdvance('0'));
+  }
+
+  // Each page of the insights.
+  template <typename Verify>
+  static void verifyInsights(Verify verify) {
+    QVERIFY(ProgramFixture::isActivated(ManagerFixture::manager()));
+    QTest::keyClick(ManagerFixture::manager(), Qt::Key_I, Qt::ControlModifier);
+    QWidget* const window = ProgramFixture::window("PQInsights");
+    QVERIFY(window != nullptr);
+    QTRY_COMPARE(QApplication::activeWindow(), window);
+    auto* tabs = window->findChild<QTabWidget*>();
+    for (int page = 0; page < tabs->count(); ++page) {
+      tabs->setCurrentIndex(page);
+      verify(window);
+    }
+    window->close();
+    ManagerFixture::activate();
   }
 
   // Looks at the dialog that `show` opens, and closes it.

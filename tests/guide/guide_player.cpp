@@ -22,6 +22,7 @@ namespace {
 
 constexpr const char* kCalculations = "PQInvest";
 constexpr const char* kManager = "PQManagement";
+constexpr const char* kInsights = "PQInsights";
 
 QString plain(QString caption) {
   return caption.remove('&').trimmed();
@@ -146,11 +147,32 @@ void GuidePlayer::expectMessage(const QString& text) {
 
 void GuidePlayer::open(const QString& what) {
   const QString window = what.section(", ", 0, 0);
-  if (window == "Calculations")
+  if (window != "Insights") closeInsights();
+  if (window == "Insights")
+    openInsights();
+  else if (window == "Calculations")
     openWindow(window, kCalculations, "StartCalc");
   else
     openWindow(window, kManager, "StartStockMgmt");
   chooseTab(what.section(", ", 1));
+}
+
+void GuidePlayer::openInsights() {
+  if (window_ != nullptr && window_->objectName() == kInsights) return;
+  if (window_ == nullptr || window_->objectName() != kManager) throw NotDone("no manager");
+  QTest::keyClick(window_, Qt::Key_I, Qt::ControlModifier);
+  QWidget* const insights = program_.window(kInsights);
+  const auto active = [insights] { return QApplication::activeWindow() == insights; };
+  if (insights == nullptr || !QTest::qWaitFor(active)) throw NotDone("no insights");
+  window_ = insights;
+  window_->resize(window_->sizeHint().expandedTo(window_->size()));
+}
+
+void GuidePlayer::closeInsights() {
+  if (window_ == nullptr || window_->objectName() != kInsights) return;
+  click("Exit");
+  window_ = program_.window(kManager);
+  if (!program_.isActivated(window_)) throw NotDone("no manager behind the insights");
 }
 
 void GuidePlayer::openWindow(const QString& name, const char* objectName, const char* button) {

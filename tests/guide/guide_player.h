@@ -6,6 +6,7 @@
 //     Open Payment schedule                  the window of a command of the menus, which has
 //                                            what follows; at the block's end it is looked
 //                                            at and closed
+//     Open Insights, Gains                   of what the manager has open
 //     Number of years invested: 5            into the box, or from the list, of this label
 //     Click Calculate                        a button or an option by its caption
 //     Choose Export                          a command of the menus, by its key
@@ -15,6 +16,7 @@
 //     Message Maximum comparisons 10.        what the program has told since
 #pragma once
 
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -52,6 +54,8 @@ class GuidePlayer {
 
  private:
   void open(const QString& what);
+  void openInsights();
+  void closeInsights();
   void openWindow(const QString& name, const char* objectName, const char* button);
   void chooseTab(const QString& caption);
   void enter(const QString& label, const QString& value);
@@ -72,7 +76,7 @@ class GuidePlayer {
 
   ProgramFixture program_;
   QTemporaryDir folder_;
-  QWidget* window_ = nullptr;
+  QPointer<QWidget> window_;
   QString file_;
   /// Of the window that a command has opened and that is closed again.
   struct Closed {

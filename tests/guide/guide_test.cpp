@@ -17,6 +17,7 @@
 #include "guide/grammar.h"
 #include "guide/guide_page.h"
 #include "guide/guide_player.h"
+#include "insights/annual_return.h"
 #include "manager/database/data_file.h"
 
 namespace mirelund::testing {
@@ -45,6 +46,7 @@ Quantities limitsOfTheProgram() {
       {"most bytes of a name", kMostNameBytes},
       {"transaction types", static_cast<double>(transactionTypes().size())},
       {"largest amount", Currency::max().toDouble()},
+      {"days of a year", kDaysOfAYear},
   };
   for (const ContributionFrequencyRow& row : kContributionFrequencies)
     limits["periods " + toQString(row.text)] = row.periodsPerYear;
@@ -150,8 +152,8 @@ class GuideTest : public QObject {
     for (const char* page :
          {"index", "compound-gain", "capital-required", "investment-growth", "mortgage",
           "payment-schedule", "pension-growth", "retirement-income", "begin-a-database",
-          "add-records", "correct-and-delete", "look-at-funds", "current-value", "open-and-save",
-          "print", "data-file", "menus-and-keys"})
+          "add-records", "correct-and-delete", "look-at-funds", "current-value", "insights",
+          "open-and-save", "print", "data-file", "menus-and-keys"})
       QVERIFY2(pages().contains(QString(page) + ".md"), page);
   }
 

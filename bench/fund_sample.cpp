@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fund_sample.h"
 
+#include <map>
 #include <random>
 #include <string>
 
@@ -35,6 +36,21 @@ Database fundSample(std::int16_t records) {
                             static_cast<int>(between(1, 28)));
   }
   SortRecords(database);
+  return database;
+}
+
+Database tradedSample(std::int16_t records) {
+  Database database = fundSample(records);
+  std::map<std::int64_t, Currency> held;
+  for (Record& record : database.records()) {
+    Currency& shares = held[record.fund.tenThousandths()];
+    if (shares + record.shares < Currency()) {
+      record.type = 'B';
+      record.shares = -record.shares;
+      record.bookValue = record.price * record.shares + record.fees;
+    }
+    shares += record.shares;
+  }
   return database;
 }
 

@@ -88,6 +88,7 @@ class Measurements : public testing::ProgramFixture {
  public:
   void calculations();
   void manager();
+  void insights();
 
  private:
   void tell(const char* name, double most, double milliseconds) {
@@ -105,6 +106,16 @@ class Measurements : public testing::ProgramFixture {
     auto* pushed = find<QPushButton>(button);
     QTest::mousePress(pushed, Qt::LeftButton);
     return watch_.timed(window, [pushed] { QTest::mouseRelease(pushed, Qt::LeftButton); });
+  }
+  // A data file, opened on the manager's first page.
+  void open(const Database& database) {
+    const QString path = folder_.filePath("bench.PQD");
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) qFatal("cannot write");
+    file.write(QByteArray::fromStdString(writeDatabase(database)));
+    file.close();
+    prompts.paths.push_back(path);
+    tab("SSTab2", 0);
   }
   static void tab(const char* tabs, int page) {
     auto* bar = find<QTabWidget>(tabs)->tabBar();
@@ -168,14 +179,7 @@ void Measurements::manager() {
   tell("\"Investment manager\" to the painted window", kFrame,
        opened("StartStockMgmt", "PQManagement"));
 
-  const QString path = folder_.filePath("bench.PQD");
-  QFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) qFatal("cannot write");
-  file.write(QByteArray::fromStdString(writeDatabase(fundSample(599))));
-  file.close();
-  prompts.paths.push_back(path);
-  tab("SSTab2", 0);
-
+  open(fundSample(599));
   tab("SSTab2", 1);
   find<QComboBox>("EFunds")->setFocus();
   QTest::keyClick(find<QComboBox>("EFunds"), Qt::Key_Down);
@@ -200,6 +204,26 @@ void Measurements::manager() {
   if (find<QPlainTextEdit>("DDResults")->toPlainText().count('\n') < 600) qFatal("not all funds");
 }
 
+void Measurements::insights() {
+  open(tradedSample(600));
+  tab("SSTab2", 3);
+  for (int fund = 1; fund <= kMostFunds; ++fund)
+    type(qPrintable(QString("CVInPrice_%1").arg(fund)), "20");
+  const auto key = [this](const char* painted, const char* in, Qt::Key pressed) {
+    return watch_.timed(painted,
+                        [&] { QTest::keyClick(window(in), pressed, Qt::ControlModifier); });
+  };
+  tell("\"Insights\" with 600 records to the painted gains", kFrame,
+       key("IVGains", "PQManagement", Qt::Key_I));
+  if (find<QLabel>("IVLacking")->isVisible()) qFatal("not all prices");
+  tell("Insights: the page of returns to its paint", kFrame,
+       key("IVReturn", "PQInsights", Qt::Key_Tab));
+  tell("Insights: the page of years to its paint", kFrame,
+       key("IVYears", "PQInsights", Qt::Key_Tab));
+  tell("Insights: the other method to the painted years", kFrame, clicked("IVMethod_1", "IVYears"));
+  if (find<QPlainTextEdit>("IVYears")->toPlainText().contains("Cannot be")) qFatal("not computed");
+}
+
 }  // namespace
 
 }  // namespace mirelund::bench
@@ -214,6 +238,8 @@ int main(int argc, char** argv) {
   measurements.calculations();
   bench::PaintWatch::settle();
   measurements.manager();
+  bench::PaintWatch::settle();
+  measurements.insights();
   std::fflush(stdout);
   std::_Exit(0);  // without the windows' farewell
 }

@@ -24,6 +24,7 @@ class ManagerTour : Stage {
  private:
   void lookAtTheSample();
   void valueTheSample();
+  void lookIntoTheSample();
   void makeADatabase();
   void correctAndDelete();
   void saveAndLeave();
@@ -146,6 +147,39 @@ void ManagerTour::valueTheSample() {
   click("CVGraph");
 }
 
+void ManagerTour::lookIntoTheSample() {
+  heading("What the sample earned");
+  activate();
+  QTest::keyClick(window("PQManagement"), Qt::Key_I, Qt::ControlModifier);
+  QWidget* insights = window("PQInsights");
+  if (!QTest::qWaitFor([&] { return QApplication::activeWindow() == insights; }))
+    qFatal("not active");
+  struct Shown {
+    const char* report;
+    const char* name;
+  };
+  constexpr Shown kPages[] = {{"IVGains", "gains"}, {"IVReturn", "return"}, {"IVYears", "years"}};
+  for (int page = 0; page < 3; ++page) {
+    Stage::tab("IVTabs", page);
+    report(kPages[page].report);
+    shot(insights, QString("insights-") + kPages[page].name);
+    click("IVMethod_1");
+    shot(insights, QString("insights-%1-first-in-first-out").arg(kPages[page].name));
+    click("IVMethod_0");
+  }
+  printing_.setNext("insights-years.pdf");
+  sayYes("question-print-insights",
+         [this] { answer("PrinterHeaderInput", "InFName", "Year by year", "Acept"); });
+  click("IVPrint");
+  inDialog("PQGraph", [this](QWidget* dialog) {
+    shot(dialog, "chart-insights");
+    click("PQGExit");
+  });
+  click("IVGraph");
+  click("IVExit");
+  activate();
+}
+
 void ManagerTour::makeADatabase() {
   heading("A database of one's own");
   click("CVExit");
@@ -219,6 +253,7 @@ void ManagerTour::run() {
   activate();
   lookAtTheSample();
   valueTheSample();
+  lookIntoTheSample();
   makeADatabase();
   correctAndDelete();
   saveAndLeave();

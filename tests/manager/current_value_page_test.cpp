@@ -118,7 +118,7 @@ class CurrentValuePageTest : public QObject {
     FakePrompts prompts;
     PdfTarget printing;
     QList<QWidget*> charts;
-    PQManagement window({global, prompts, printing, [&](QWidget* over) { charts << over; }});
+    PQManagement window({global, prompts, printing, [&](QWidget* over) { charts << over; }, {}});
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     QTemporaryDir folder;

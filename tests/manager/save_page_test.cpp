@@ -85,7 +85,7 @@ class SavePageTest : public QObject {
     prompts.paths = {path, path, path};
     prompts.answers = {false, true};
     const auto theirs = std::make_unique<PQManagement>(
-        PQManagement::Parts{global, prompts, mine.printing, [](QWidget*) {}});
+        PQManagement::Parts{global, prompts, mine.printing, [](QWidget*) {}, {}});
     const auto press = [](const QWidget* window, int page, const char* button) {
       window->findChild<QTabWidget*>("SSTab2")->setCurrentIndex(page);
       window->findChild<QPushButton*>(button)->click();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The pages of Insights as fixed-width reports, no line of a table longer than 96
-// characters, every line ended by NewLine.
+// The pages of Insights as fixed-width reports, every line ended by NewLine, and none
+// longer than 96 characters but for several rates in one line and what remarks on them.
 //
 // A column's number ends under the last character of its heading, cut at the column's
 // width; money has two decimals, shares, cost per share and what is proved to the

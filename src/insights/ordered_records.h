@@ -23,8 +23,10 @@ class OrderedRecords {
   explicit OrderedRecords(const Database& database);
   explicit OrderedRecords(Database&&) = delete;
 
-  /// Of a fund's number, whichever fund of the table they were meant for.
-  RecordsInOrder of(std::int16_t number) const;
+  /// Of a fund's number, whichever fund of the table they were meant for; not of what is
+  /// about to go.
+  RecordsInOrder of(std::int16_t number) const&;
+  void of(std::int16_t number) const&& = delete;
 
  private:
   std::array<const Record*, kRecordRows> records_;

@@ -15,7 +15,8 @@ using enum CostMethod;
 
 FundHistory historyOf(const std::string& records, CostMethod method = AverageCost) {
   const Database database = databaseOf(1, records);
-  return fundHistory(OrderedRecords(database).of(1), method);
+  const OrderedRecords ordered(database);
+  return fundHistory(ordered.of(1), method);
 }
 
 Disposal disposal(Date date, char type, double shares, double proceeds, double cost) {
@@ -281,8 +282,9 @@ TEST(FundHistory, WhatLeavesTheRangeThrows) {
 // --- order ----------------------------------------------------------------------------
 
 std::string typesOf(const Database& database, std::int16_t number) {
+  const OrderedRecords records(database);
   std::string types;
-  for (const Record* record : OrderedRecords(database).of(number)) types += record->type;
+  for (const Record* record : records.of(number)) types += record->type;
   return types;
 }
 
@@ -318,8 +320,9 @@ TEST(OrderedRecords, EqualOnesStandAsInTheTable) {
 1,13,-1,0,0,-13,"S",#2001-05-15#
 1,14,1,0,0,14,"B",#2001-05-15#
 )");
+  const OrderedRecords records(database);
   std::vector<Currency> prices;
-  for (const Record* record : OrderedRecords(database).of(1)) prices.push_back(record->price);
+  for (const Record* record : records.of(1)) prices.push_back(record->price);
   EXPECT_EQ(prices, (std::vector{money(11), money(12), money(14), money(13)}));
 }
 
@@ -328,7 +331,8 @@ TEST(OrderedRecords, EqualOnesStandAsInTheTable) {
 TEST(FundHistory, CostAndSharesAddUpByBothMethods) {
   checkReaching([](Reached& reached) {
     const Database database = drawnHistories(1, *anyIn(2, 60));
-    const auto records = OrderedRecords(database).of(1);
+    const OrderedRecords ordered(database);
+    const auto records = ordered.of(1);
     for (const CostMethod method : {AverageCost, FirstInFirstOut}) {
       const FundHistory history = fundHistory(records, method);
       if (history.refused) return;
@@ -357,7 +361,8 @@ TEST(FundHistory, LotsAreNeverNegative) {
     Database database = drawnHistories(1, *anyIn(2, 40));
     for (Record& record : database.records())
       if (record.type == 'B') record.bookValue = record.price * record.shares + record.fees;
-    const FundHistory history = fundHistory(OrderedRecords(database).of(1), FirstInFirstOut);
+    const OrderedRecords records(database);
+    const FundHistory history = fundHistory(records.of(1), FirstInFirstOut);
     if (history.refused) return;
     for (const Disposal& each : history.disposals) RC_ASSERT(each.cost >= Currency());
     for (const YearSums& year : history.years) {

@@ -13,8 +13,8 @@ using Make = decltype(&mirelundMakeXlsx);
 
 // From the folder of the program, which the loader knows: as installed and as built, and
 // as the tests are built that stand a folder deeper.
-constexpr const char* kModules[] = {"$ORIGIN/../lib/mirelund/mirelund_xlsx.so",
-                                    "$ORIGIN/../../lib/mirelund/mirelund_xlsx.so"};
+constexpr const char* kModules[] = {"$ORIGIN/../lib/mirelund/modules/mirelund_xlsx.so",
+                                    "$ORIGIN/../../lib/mirelund/modules/mirelund_xlsx.so"};
 
 Make load() {
   for (const char* module : kModules)

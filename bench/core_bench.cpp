@@ -8,6 +8,7 @@ int main(int argc, char** argv) {
   mirelund::bench::registerFormatting();
   mirelund::bench::registerCalculators();
   mirelund::bench::registerManager();
+  mirelund::bench::registerInsights();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

@@ -7,5 +7,6 @@ namespace mirelund::bench {
 void registerFormatting();
 void registerCalculators();
 void registerManager();
+void registerInsights();
 
 }  // namespace mirelund::bench

@@ -110,54 +110,81 @@ constexpr std::array<SharesRow, 6> kShares{{
     {'S', -1, "a sale that adds shares"},
     {'U', -1, "a unit fee that adds shares"},
 }};
+
+// Every record asks for its own.
+constexpr auto kRowOfType = [] {
+  std::array<const SharesRow*, 256> rows{};
+  for (const SharesRow& row : kShares) rows[static_cast<unsigned char>(row.type)] = &row;
+  return rows;
+}();
+
 constexpr std::string_view kMoreThanHeld = "more shares given up than held";
 
 std::string_view reasonAgainst(const Record& record, Currency held) {
   const std::int64_t shares = record.shares.tenThousandths();
   const int sign = (shares > 0 ? 1 : 0) - (shares < 0 ? 1 : 0);
   if (sign == 0) return {};
-  for (const SharesRow& row : kShares)
-    if (row.type == record.type && row.sign != sign) return row.reason;
+  const SharesRow& row = *kRowOfType[static_cast<unsigned char>(record.type)];
+  if (row.sign != sign) return row.reason;
   return -record.shares > held ? kMoreThanHeld : std::string_view();
 }
 
-template <typename Shares>
+template <typename Shares, ByYear byYear>
 class Accounts {
  public:
   explicit Accounts(FundHistory& history) : history_(history) {}
 
   void run(RecordsInOrder records) {
+    makeRoom(records);
     for (const Record* record : records) {
       const std::string_view reason = reasonAgainst(*record, shares_.held().shares);
       if (!reason.empty()) {
         history_.refused = {reason, record->date};
         break;
       }
-      begin(record->date.year());
       history_.bookValue += record->bookValue;
-      take(*record);
-      year_->closing = shares_.held();
+      if constexpr (byYear == ByYear::Yes) {
+        YearSums& year = yearOf(*record);
+        take(*record, year.sums);
+        year.closing = shares_.held();
+      } else {
+        take(*record, history_.sums);
+      }
     }
     for (const YearSums& year : history_.years) history_.sums += year.sums;
     history_.held = shares_.held();
   }
 
  private:
-  void begin(int year) {
-    if (year_ != nullptr && year_->year == year) return;
-    history_.years.push_back({year, shares_.held(), {}, {}});
-    year_ = &history_.years.back();
+  // All at once: growing took longer than all else.
+  void makeRoom(RecordsInOrder records) {
+    std::size_t disposals = 0;
+    std::size_t years = 0;
+    int year = 0;
+    for (const Record* record : records) {
+      if (record->shares < Currency()) ++disposals;
+      if (record->date.year() != year) ++years;
+      year = record->date.year();
+    }
+    history_.disposals.reserve(disposals);
+    if constexpr (byYear == ByYear::Yes) history_.years.reserve(years);
   }
 
-  void take(const Record& record) {
-    FundSums& sums = year_->sums;
+  YearSums& yearOf(const Record& record) {
+    const int year = record.date.year();
+    auto& years = history_.years;
+    if (years.empty() || years.back().year != year) years.push_back({year, shares_.held(), {}, {}});
+    return years.back();
+  }
+
+  void take(const Record& record, FundSums& sums) {
     switch (record.type) {
       case 'B':
         sums.bought += record.bookValue;
         return shares_.add(record.shares, record.bookValue);
       case 'S':
         sums.sold += -record.bookValue;
-        return dispose(record, -record.bookValue);
+        return dispose(record, -record.bookValue, sums);
       case 'C':
         sums.cashDividends += -record.bookValue;
         return;
@@ -183,25 +210,24 @@ class Accounts {
   void payInUnits(const Record& record, FundSums& sums) {
     const Currency left = shares_.held().shares + record.shares;
     if (record.price == kSplit) {
-      if (left.isZero()) return dispose(record, {});
+      if (left.isZero()) return dispose(record, {}, sums);
       return shares_.split(left);
     }
     const Currency value = record.price * -record.shares;
     sums.unitFees += value;
-    dispose(record, value);
+    dispose(record, value, sums);
   }
 
-  void dispose(const Record& record, Currency proceeds) {
+  void dispose(const Record& record, Currency proceeds, FundSums& sums) {
     const Currency shares = -record.shares;
     const Currency cost = shares_.take(shares);
     const Currency gain = proceeds - cost;
-    year_->sums.realised += gain;
+    sums.realised += gain;
     history_.disposals.push_back({record.date, record.type, shares, proceeds, cost, gain});
   }
 
   FundHistory& history_;
   Shares shares_;
-  YearSums* year_ = nullptr;  // the last of the history's
 };
 
 }  // namespace
@@ -218,12 +244,18 @@ FundSums& FundSums::operator+=(const FundSums& more) {
   return *this;
 }
 
-FundHistory fundHistory(RecordsInOrder records, CostMethod method) {
+FundHistory fundHistory(RecordsInOrder records, CostMethod method, ByYear byYear) {
   FundHistory history;
-  if (method == CostMethod::AverageCost)
-    Accounts<AveragedShares>(history).run(records);
+  const auto run = [&]<ByYear years>() {
+    if (method == CostMethod::AverageCost)
+      Accounts<AveragedShares, years>(history).run(records);
+    else
+      Accounts<SharesInLots, years>(history).run(records);
+  };
+  if (byYear == ByYear::Yes)
+    run.template operator()<ByYear::Yes>();
   else
-    Accounts<SharesInLots>(history).run(records);
+    run.template operator()<ByYear::No>();
   return history;
 }
 

@@ -121,10 +121,13 @@ struct FundHistory {
   FundSums sums;
   Currency bookValue;  ///< all book values
   std::vector<Disposal> disposals;
-  std::vector<YearSums> years;  ///< those that have records
+  std::vector<YearSums> years;  ///< those that have records; none without ByYear
 };
 
+/// Whether the years are asked for, beside what the records come to in all.
+enum class ByYear : bool { No, Yes };
+
 /// Throws ArithmeticError, std::bad_alloc.
-FundHistory fundHistory(RecordsInOrder records, CostMethod method);
+FundHistory fundHistory(RecordsInOrder records, CostMethod method, ByYear byYear = ByYear::Yes);
 
 }  // namespace mirelund

@@ -48,7 +48,7 @@ Gains calculateGains(const Database& database, TypedPrices prices, CostMethod me
   Currency bookValue;
   std::optional<Currency> worth = Currency();
   for (std::size_t i = 0; i < funds.size(); ++i) {
-    FundHistory history = fundHistory(records.of(fundNumber(funds[i])), method);
+    FundHistory history = fundHistory(records.of(fundNumber(funds[i])), method, ByYear::No);
     FundGains& fund = gains.funds.emplace_back();
     fund.fundRow = static_cast<std::int16_t>(i + 1);
     fund.refused = history.refused;

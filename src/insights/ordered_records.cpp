@@ -2,6 +2,7 @@
 #include "insights/ordered_records.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace mirelund {
 
@@ -21,23 +22,39 @@ std::int32_t orderOf(const Record* record) {
   return record->date.key() * kPlaces + kPlaceInDay[static_cast<unsigned char>(record->type)];
 }
 
+static_assert(kFundRows == std::numeric_limits<std::uint32_t>::digits);
+
 // A number that no fund can have belongs to the last slot, which no fund asks for.
-std::size_t slot(const Record& record) {
+std::uint8_t slot(const Record& record) {
   const auto number = static_cast<std::size_t>(record.fund.tenThousandths() / Currency::kScale);
-  return std::min(number, kAllRecordsRow);
+  return static_cast<std::uint8_t>(std::min(number, kAllRecordsRow));
 }
 
 }  // namespace
 
 OrderedRecords::OrderedRecords(const Database& database) {
-  for (const Record& record : database.records()) ++ends_[slot(record) + 1];
+  const auto table = database.records();
+  std::array<std::uint8_t, kRecordRows> slots;
+  for (std::size_t row = 0; row < table.size(); ++row) {
+    slots[row] = slot(table[row]);
+    ++ends_[slots[row] + std::size_t{1}];
+  }
   for (std::size_t i = 1; i < ends_.size(); ++i)
     ends_[i] = static_cast<std::uint16_t>(ends_[i] + ends_[i - 1]);
   auto next = ends_;
-  for (const Record& record : database.records()) records_[next[slot(record)]++] = &record;
-  for (std::size_t i = 0; i + 1 < ends_.size(); ++i) {
+  std::array<std::int32_t, kFundRows> last{};  // the order of the last record of each
+  std::uint32_t unsorted = 0;                  // a bit each
+  for (std::size_t row = 0; row < table.size(); ++row) {
+    const std::uint8_t mine = slots[row];
+    const std::int32_t order = orderOf(&table[row]);
+    unsorted |= static_cast<std::uint32_t>(order < last[mine]) << mine;
+    last[mine] = order;
+    records_[next[mine]++] = &table[row];
+  }
+  for (std::size_t i = 0; unsorted != 0; ++i, unsorted >>= 1) {
+    if (unsorted % 2 == 0) continue;
     const std::span<const Record*> mine(&records_[ends_[i]], std::size_t{ends_[i + 1]} - ends_[i]);
-    if (!std::ranges::is_sorted(mine, {}, orderOf)) std::ranges::stable_sort(mine, {}, orderOf);
+    std::ranges::stable_sort(mine, {}, orderOf);
   }
 }
 

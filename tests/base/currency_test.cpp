@@ -175,6 +175,59 @@ TEST(Currency, ProductsAreRoundedOnceTiesToEven) {
   EXPECT_THROW(Currency::min() * Currency::whole(2), ArithmeticError);
 }
 
+struct Part {
+  const char* rule;
+  std::int64_t amount, part, whole, result;  // ten-thousandths
+};
+
+constexpr std::int64_t kEnd = std::numeric_limits<std::int64_t>::max();
+
+constexpr Part kParts[] = {
+    {"10 x 1 / 4 = 2.5", 100000, 10000, 40000, 25000},
+    {"a third is rounded down", 100000, 10000, 30000, 33333},
+    {"two thirds are rounded up", 100000, 20000, 30000, 66667},
+    {"a tie at 0: even", 1, 1, 2, 0},
+    {"a tie at 1: up to 2", 3, 1, 2, 2},
+    {"a tie at 2 stays", 5, 1, 2, 2},
+    {"a negative tie at 1", -3, 1, 2, -2},
+    {"a negative part", 3, -1, 2, -2},
+    {"a negative whole", 3, 1, -2, -2},
+    {"two negatives", -3, 1, -2, 2},
+    {"three negatives", -3, -1, -2, -2},
+    {"nothing of it", kEnd, 0, kEnd, 0},
+    {"all of it, through 128 bits", kEnd, kEnd, kEnd, kEnd},
+    {"of the lower end", -kEnd, kEnd, kEnd, -kEnd},
+    // (2^63 - 1) / 2 = 4611686018427387903.5: up to the even ...904.
+    {"a tie through 128 bits", kEnd, kEnd - 1, 2 * (kEnd / 2), kEnd},
+    {"a half of the end is a tie", kEnd, 4, 8, 4'611'686'018'427'387'904},
+};
+
+TEST(Currency, PartsAreRoundedOnceTiesToEven) {
+  const auto amount = Currency::fromTenThousandths;
+  for (const Part& c : kParts)
+    EXPECT_EQ(scaled(amount(c.amount), amount(c.part), amount(c.whole)).tenThousandths(), c.result)
+        << c.rule;
+  // Once below and once beyond 64 bits.
+  EXPECT_THROW(scaled(amount(kEnd), amount(2), amount(1)), ArithmeticError);
+  EXPECT_THROW(scaled(amount(kEnd), amount(kEnd), amount(1)), ArithmeticError);
+  EXPECT_THROW(scaled(amount(1), amount(1), Currency()), ArithmeticError);
+}
+
+// The part and what it leaves: what is scaled is within half a unit of the fraction.
+RC_GTEST_PROP(Currency, APartIsTheNearest, ()) {
+  const auto any = [] { return *rc::gen::inRange<std::int64_t>(1, kEnd); };
+  const std::int64_t whole = any();
+  const std::int64_t part = *rc::gen::inRange<std::int64_t>(0, whole);
+  const std::int64_t amount = any();
+  __extension__ using Wide = __int128;
+  const Wide result =
+      scaled(Currency::fromTenThousandths(amount), Currency::fromTenThousandths(part),
+             Currency::fromTenThousandths(whole))
+          .tenThousandths();
+  const Wide off = Wide{amount} * part - result * whole;
+  RC_ASSERT(2 * (off < 0 ? -off : off) <= Wide{whole});
+}
+
 TEST(Currency, WholeNumbersAreCheckedToo) {
   EXPECT_EQ(Currency::whole(25).tenThousandths(), 250000);
   EXPECT_THROW(Currency::whole(922'337'203'685'478), ArithmeticError);

@@ -239,8 +239,6 @@ TEST(SolveRates, AgreesWithASpreadsheet) {
   RecordProperty("compared", compared);
   RecordProperty("unsolved", unsolved);
   RecordProperty("beyond", beyond);
-  std::cout << compared << " compared, " << unsolved << " without an answer, " << beyond
-            << " beyond the range\n";
 }
 
 // --- funds ----------------------------------------------------------------------------

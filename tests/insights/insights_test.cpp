@@ -194,6 +194,21 @@ TEST(Insights, RatesAndRemarksStandBeside) {
   EXPECT_TRUE(contains(report, "          none  under 365 days; plain 10.00%\r\n"));
 }
 
+// golden/derive.py derived them, and its own check runs beside this one.
+TEST(Insights, ReportsMatchTheDerivedOnes) {
+  const std::string golden = MIRELUND_TEST_DATA "/golden/DtaSampl.";
+  const Database database =
+      parseDatabase(contents(std::string(MIRELUND_DATA "/DtaSampl.PQD"))).value();
+  const Prices prices = pricesOf(database, 20);
+  for (const auto& [method, name] : {std::pair(CostMethod::AverageCost, "average"),
+                                     std::pair(CostMethod::FirstInFirstOut, "lots")}) {
+    const InsightsShown shown = showInsights({database, prices, date(2026, 1, 1), method, {}});
+    EXPECT_EQ(shown.reports[0], contents(golden + "gains." + name + ".txt"));
+    EXPECT_EQ(shown.reports[1], contents(golden + "return.txt"));
+    EXPECT_EQ(shown.reports[2], contents(golden + "years." + name + ".txt"));
+  }
+}
+
 // Whatever the names and amounts; a rate's remark takes the room that it needs.
 TEST(Insights, NoLineOfGainsAndYearsIsLongerThan96) {
   checkReaching([](Reached& reached) {

@@ -144,8 +144,8 @@ class Workbook {
       for (std::size_t i = 0; i < row.size(); ++i) {
         column_ = static_cast<lxw_col_t>(i);
         decimals_ = sheet.columns.at(i).decimals;
-        widths[i] = std::max(widths[i],
-                             std::visit([this](const auto& value) { return put(value); }, row[i]));
+        widths[i] = std::max(
+            widths[i], std::visit([this](const auto& value) { return this->put(value); }, row[i]));
       }
     }
     constexpr std::size_t kMostWidth = 60;

@@ -3,6 +3,9 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "export/xlsx_module.h"
 
 namespace mirelund {
@@ -11,14 +14,20 @@ namespace {
 
 using Make = decltype(&mirelundMakeXlsx);
 
-// From the folder of the program, which the loader knows: as installed and as built, and
-// as the tests are built that stand a folder deeper.
-constexpr const char* kModules[] = {"$ORIGIN/../lib/mirelund/modules/mirelund_xlsx.so",
-                                    "$ORIGIN/../../lib/mirelund/modules/mirelund_xlsx.so"};
+// From the folder of the program: as installed and as built, and as the tests are built
+// that stand a folder deeper.
+constexpr const char* kModules[] = {"../lib/mirelund/modules/mirelund_xlsx.so",
+                                    "../../lib/mirelund/modules/mirelund_xlsx.so"};
+
+// The loader's own name for that folder is another library's where the sanitizers load.
+std::filesystem::path programFolder() {
+  std::error_code failed;
+  return std::filesystem::read_symlink("/proc/self/exe", failed).parent_path();
+}
 
 Make load() {
   for (const char* module : kModules)
-    if (void* const loaded = dlopen(module, RTLD_NOW | RTLD_LOCAL))
+    if (void* const loaded = dlopen((programFolder() / module).c_str(), RTLD_NOW | RTLD_LOCAL))
       return reinterpret_cast<Make>(dlsym(loaded, "mirelundMakeXlsx"));
   return nullptr;
 }

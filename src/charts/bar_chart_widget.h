@@ -71,7 +71,9 @@ class BarChart : public QCustomPlot {
   void fitNumbers(double slot);
   void fitNames();
   void setCategories(const QStringList& labels, double rotation, std::size_t every = 1);
+  /// In categories: of a bar, and of all the bars of a category together.
   double barWidth() const;
+  double groupWidth() const;
   int nearestInStack(int category, int y) const;
   void choose(int bar);
 

@@ -43,6 +43,15 @@ std::string amountText(Currency amount, int decimals) {
   return text;
 }
 
+std::string amountsText(const std::vector<Currency>& amounts, int decimals) {
+  std::string text;
+  for (const Currency amount : amounts) {
+    if (!text.empty()) text += ';';
+    text += amountText(amount, decimals);
+  }
+  return text;
+}
+
 std::string isoDate(Date date) {
   if (date == Date()) return {};
   std::string text;

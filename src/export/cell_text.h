@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/currency.h"
 #include "base/date.h"
@@ -17,6 +18,9 @@ std::int64_t roundedUnits(Currency amount, int decimals);
 
 /// "-1234.50": so many decimals, rounded as above; what rounds to 0 has no sign.
 std::string amountText(Currency amount, int decimals);
+
+/// "-12.5000;3.0000": several in one cell.
+std::string amountsText(const std::vector<Currency>& amounts, int decimals);
 
 /// "2024-02-29"; empty for no date.
 std::string isoDate(Date date);

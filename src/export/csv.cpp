@@ -36,6 +36,9 @@ struct CellText {
   }
   std::string operator()(std::int64_t number) const { return std::to_string(number); }
   std::string operator()(Currency amount) const { return amountText(amount, decimals); }
+  std::string operator()(const std::vector<Currency>& amounts) const {
+    return amountsText(amounts, decimals);
+  }
   std::string operator()(Date date) const { return isoDate(date); }
 };
 

@@ -193,6 +193,9 @@ class Workbook {
     check(worksheet_write_number(page_, row_, column_, std::strtod(text.c_str(), nullptr), shown));
     return text.size();
   }
+  std::size_t put(const std::vector<Currency>& amounts) {
+    return put(amountsText(amounts, decimals_));
+  }
   std::size_t put(Date date) {
     if (date < kFirstDay) return put(isoDate(date));
     lxw_datetime day{};

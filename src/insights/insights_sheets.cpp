@@ -36,12 +36,9 @@ Cell cellOf(const std::optional<Currency>& value) {
 Cell cellOf(const std::vector<double>& rates) {
   if (rates.empty()) return {};
   if (rates.size() == 1) return ratePercent(rates.front());
-  std::string text;
-  for (const double rate : rates) {
-    if (!text.empty()) text += ';';
-    text += FormatNumber(ratePercent(rate), kPlain);
-  }
-  return text;
+  std::vector<Currency> percents;
+  for (const double rate : rates) percents.push_back(ratePercent(rate));
+  return percents;
 }
 
 // The name, and nothing else that could be computed.

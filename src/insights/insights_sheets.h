@@ -15,7 +15,7 @@ namespace mirelund {
 /// "gains", a row a disposal, and "totals", a row a fund.
 std::vector<Sheet> gainsSheets(const Database& database, const Gains& gains);
 
-/// "return", a row a fund. Several rates stand in one cell as a text, joined by ";".
+/// "return", a row a fund. Several rates stand in one cell.
 std::vector<Sheet> returnSheets(const Database& database, const Returns& returns);
 
 /// "years", a row a year of a fund.

@@ -100,6 +100,8 @@ TEST(CsvText, QuotesWhatNeedsIt) {
 
 TEST(CsvText, NumbersDaysAndWhatIsNotThere) {
   EXPECT_EQ(oneCell(units(-12'350)), "a,b\r\n-1.24,\r\n") << "no text, no apostrophe";
+  EXPECT_EQ(oneCell(std::vector{units(-123'456), units(50'000)}), "a,b\r\n-12.35;5.00,\r\n")
+      << "nor are several";
   EXPECT_EQ(oneCell(std::int64_t{-7}), "a,b\r\n-7,\r\n");
   EXPECT_EQ(oneCell(*Date::of(1999, 12, 3)), "a,b\r\n1999-12-03,\r\n");
   EXPECT_EQ(oneCell(Date()), "a,b\r\n,\r\n");

@@ -148,7 +148,10 @@ constexpr double kFour[] = {1234.5678, -0.0001, 0, 99'999'999'999.9999, -0.005};
 constexpr double kTwo[] = {1234.57, 0, 0, 100'000'000'000.0, 0};
 
 TEST_P(ReadBack, AWorkbookCellByCell) {
-  Sheet other{"totals", {{"fund", 0}, {"gain", 4}}, {{std::string("Alder"), units(-5)}, {{}, {}}}};
+  const std::vector several{units(-123'456), units(50'000)};
+  Sheet other{"totals",
+              {{"fund", 0}, {"gain", 4}},
+              {{std::string("Alder"), units(-5)}, {{}, {}}, {std::string("Birch"), several}}};
   const auto found = cells("book.xlsx", xlsxBytes(std::vector<Sheet>{allKinds(), other}).value());
   int row = 0;
   for (const std::string& name : kNames) {
@@ -171,6 +174,8 @@ TEST_P(ReadBack, AWorkbookCellByCell) {
   EXPECT_DOUBLE_EQ(found.at({"totals", 1, 1}).number, -0.0005);
   EXPECT_FALSE(found.contains({"totals", 2, 0})) << "what is not there is empty";
   EXPECT_FALSE(found.contains({"totals", 2, 1}));
+  EXPECT_TRUE(found.at({"totals", 3, 1}).isText);
+  EXPECT_EQ(found.at({"totals", 3, 1}).text, "-12.3456;5.0000");
   for (const char* format : {"Format=\"0.0000\"", "Format=\"0.00\"", "Format=\"yyyy-mm-dd\"",
                              "FreezePanes FrozenTopLeft=\"A1\" UnfrozenTopLeft=\"A2\""})
     EXPECT_NE(xml().find(format), std::string::npos) << format;

@@ -184,7 +184,7 @@ TEST(Insights, RatesAndRemarksStandBeside) {
   Prices prices = pricesOf(database, 11);
   prices[2] = std::nullopt;
   const Sheet sheet = insightsSheets(asked(database, prices), Return).sheets.at(0);
-  EXPECT_EQ(sheet.rows[0][4], Cell(std::string("100.0000;200.0000")));
+  EXPECT_EQ(sheet.rows[0][4], Cell(std::vector{money(100), money(200)}));
   EXPECT_EQ(sheet.rows[1][0], Cell(std::string("2")));
   EXPECT_EQ(sheet.rows[1][5], Cell(std::string("none; under 365 days; plain return 10.0000%")));
   EXPECT_EQ(sheet.rows[2][5], Cell(std::string("no price; under 365 days")));

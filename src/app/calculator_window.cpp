@@ -202,8 +202,12 @@ void PQInvest::print() {
 
 void PQInvest::exportTable() {
   std::vector<Sheet> sheets;
-  if (!Results_->document()->isEmpty() && !table_.values.empty()) sheets.push_back(sheetOf(table_));
-  exportSheets(sheets, toQString(table_.name), prompts(), this, parts_.files);
+  QString name;
+  if (!Results_->document()->isEmpty() && table_.headings != nullptr) {
+    sheets.push_back(sheetOf(table_));
+    name = toQString(sheets.front().name);
+  }
+  exportSheets(sheets, name, prompts(), this, parts_.files);
 }
 
 }  // namespace mirelund

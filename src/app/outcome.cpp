@@ -6,8 +6,9 @@
 namespace mirelund {
 
 Sheet sheetOf(const ReportTable& table) {
-  Sheet sheet{std::string(table.name), {}, {}};
-  for (const std::string_view heading : table.headings)
+  if (table.headings == nullptr) return {};
+  Sheet sheet{std::string(table.headings->name), {}, {}};
+  for (const std::string_view heading : table.headings->columns)
     if (!heading.empty())
       sheet.columns.push_back({std::string(heading), sheet.columns.empty() ? 0 : 4});
   const std::size_t columns = sheet.columns.size();

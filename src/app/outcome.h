@@ -13,16 +13,21 @@
 
 namespace mirelund {
 
+/// What a report's table is called, and the report's words for its columns, which are as
+/// many as are not empty.
+struct TableHeadings {
+  std::string_view name;
+  std::array<std::string_view, 5> columns{};
+};
+
 /// The numbers of a report's table, without its totals.
 struct ReportTable {
-  std::string_view name;
-  /// The report's words; the columns are as many as are not empty.
-  std::array<std::string_view, 5> headings{};
+  const TableHeadings* headings = nullptr;  ///< outlive it; null where there is no table
   /// Row by row: a whole number, then amounts.
   std::vector<Currency> values;
 };
 
-/// The same as a typed table, its amounts with four decimals.
+/// The same as a typed table, its amounts with four decimals; empty where there is none.
 Sheet sheetOf(const ReportTable& table);
 
 /// What a handler of core asks its window to do: show a message, and put `results`
@@ -36,7 +41,7 @@ struct Outcome {
   std::string results;
   /// The report box alone keeps the report: ReportLines has been emptied.
   bool handedOver = false;
-  /// What `results` shows as a table; without values where that is no table.
+  /// What `results` shows as a table, where that is one.
   ReportTable table{};
 
   static Outcome failed(Message why) { return {why, false, {}, false}; }

@@ -52,9 +52,8 @@ void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const Tabl
   store(++at, totals);
 }
 
-ReportTable reportTable(std::string_view name, const std::array<std::string_view, 5>& headings,
-                        std::span<const TableRow> rows) {
-  ReportTable table{name, headings, {}};
+ReportTable reportTable(const TableHeadings& headings, std::span<const TableRow> rows) {
+  ReportTable table{&headings, {}};
   table.values.reserve(4 * rows.size());
   for (const TableRow& row : rows)
     for (const Currency value : {row.period, row.second, row.third, row.value})

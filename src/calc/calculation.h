@@ -67,9 +67,8 @@ void appendExample(std::string& help, std::string_view label, std::string_view v
 /// memory where the table was as large before.
 void storeTable(CurrencyTable& table, std::span<const TableRow> rows, const TableRow& totals);
 
-/// The rows as a table to take along, under the report's words for its four columns.
-ReportTable reportTable(std::string_view name, const std::array<std::string_view, 5>& headings,
-                        std::span<const TableRow> rows);
+/// The rows as a table to take along, of four columns.
+ReportTable reportTable(const TableHeadings& headings, std::span<const TableRow> rows);
 
 /// Replaces the report of a page that keeps no comparisons.
 void setReport(Reports& reports, std::string report) noexcept;

@@ -10,6 +10,8 @@ namespace mirelund {
 
 namespace {
 
+constexpr TableHeadings kTable{"Capital required", {"Year", "Invested", "Int/Growth", "Value"}};
+
 const CapitalTargetRow& targetRow(std::int16_t capitalOption) {
   return kCapitalTargets[capitalOption == kCapitalTargets[1].capitalOption ? 1 : 0];
 }
@@ -71,9 +73,8 @@ Outcome calculateCapitalRequired(BoxState& boxes, Reports& reports, ChartSelecto
     const CapitalRequired result = capitalRequired(
         {target.target, boxes.InputValues[1], boxes.InputValues[2], boxes.InputValues[3]});
     std::string title = "Growth in capital required over ";
-    Outcome outcome = replaceReport(
-        reports, reportOf(target, texts, result),
-        reportTable("Capital required", {"Year", "Invested", "Int/Growth", "Value"}, result.rows));
+    Outcome outcome =
+        replaceReport(reports, reportOf(target, texts, result), reportTable(kTable, result.rows));
     storeTable(reports.ComparisonTable, result.rows, result.totals);
     chart.ChartCount = static_cast<std::int16_t>(result.rows.size());
     chart.ChartKind = ChartKind::CapitalRequired;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "calc/investment_growth.h"
 
+#include <array>
 #include <cmath>
 #include <optional>
 
@@ -29,6 +30,16 @@ void appendHeading(std::string& report, const InvestmentGrowthTexts& texts) {
   appendLine(report, kUnderline);
 }
 
+// By frequency.
+constexpr auto kTables = [] {
+  std::array<TableHeadings, kContributionFrequencies.size()> tables{};
+  for (const ContributionFrequencyRow& row : kContributionFrequencies)
+    tables[static_cast<std::size_t>(row.frequency)] = {
+        "Investment growth",
+        {row.rowLabel.substr(0, row.rowLabel.find(' ')), "Invested", "Int/Growth", "Value"}};
+  return tables;
+}();
+
 Outcome showComplete(Reports& reports, ChartSelectors& chart, const InvestmentGrowthTexts& texts,
                      const InvestmentGrowth& result) {
   std::string report;
@@ -38,11 +49,9 @@ Outcome showComplete(Reports& reports, ChartSelectors& chart, const InvestmentGr
   appendLine(report, kUnderline);
   appendTableRow(report, result.totals);
   std::string title = "Investment growth over ";
-  const std::string_view label = rowOf(kContributionFrequencies, texts.frequency).rowLabel;
-  const std::string_view period = label.substr(0, label.find(' '));
-  Outcome outcome = replaceReport(
-      reports, std::move(report),
-      reportTable("Investment growth", {period, "Invested", "Int/Growth", "Value"}, result.rows));
+  Outcome outcome =
+      replaceReport(reports, std::move(report),
+                    reportTable(kTables[static_cast<std::size_t>(texts.frequency)], result.rows));
 
   reports.ComparisonCount = 0;
   countComparison(reports, chart);

@@ -42,9 +42,11 @@ std::string reportOf(const PensionGrowthTexts& texts, const PensionGrowth& resul
   return report;
 }
 
+constexpr TableHeadings kTable{"Pension growth",
+                               {"Year", "Salary", "Contributions", "Int/Growth", "Value"}};
+
 ReportTable tableOf(const PensionGrowth& result) {
-  ReportTable table{
-      "Pension growth", {"Year", "Salary", "Contributions", "Int/Growth", "Value"}, {}};
+  ReportTable table{&kTable, {}};
   table.values.reserve(5 * result.rows.size());
   for (std::size_t i = 0; i < result.rows.size(); ++i) {
     const TableRow& row = result.rows[i];

@@ -11,6 +11,9 @@ namespace mirelund {
 
 namespace {
 
+constexpr TableHeadings kTable{"Retirement income",
+                               {"Year", "Int/Growth", "Annual Income", "Value"}};
+
 const WithdrawalChoiceRow& choiceRow(std::int16_t WithdrawalOption) {
   return kWithdrawalChoices[WithdrawalOption == kWithdrawalChoices[1].withdrawalOption ? 1 : 0];
 }
@@ -159,9 +162,7 @@ Outcome calculateRetirementIncome(BoxState& boxes, Reports& reports, ChartSelect
     std::string title =
         fixed ? "Retirement beginning balance over " : "Retirement ending balance over ";
     Outcome outcome =
-        replaceReport(reports, reportOf(choice, texts, *income),
-                      reportTable("Retirement income",
-                                  {"Year", "Int/Growth", "Annual Income", "Value"}, income->rows));
+        replaceReport(reports, reportOf(choice, texts, *income), reportTable(kTable, income->rows));
     storeTable(reports.ComparisonTable, income->rows, income->totals);
     clearChart(chart);
     chart.ChartCount = static_cast<std::int16_t>(income->rows.size());

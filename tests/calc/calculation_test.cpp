@@ -60,7 +60,8 @@ TEST(ReportTable, IsATypedTable) {
   const TableRow rows[] = {
       {periodNumber(1), Currency::whole(10), Currency::whole(-20), Currency::fromTenThousandths(5)},
       {periodNumber(2), Currency(), Currency(), Currency()}};
-  const Sheet sheet = sheetOf(reportTable("Growth", {"Year", "In", "Out", "Value"}, rows));
+  constexpr TableHeadings kHeadings{"Growth", {"Year", "In", "Out", "Value"}};
+  const Sheet sheet = sheetOf(reportTable(kHeadings, rows));
   EXPECT_EQ(sheet.name, "Growth");
   ASSERT_EQ(sheet.columns.size(), 4U);
   EXPECT_EQ(sheet.columns[0].heading, "Year");

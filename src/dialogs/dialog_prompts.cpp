@@ -19,7 +19,7 @@ namespace mirelund {
 
 namespace {
 
-const QString kBetweenFilters = ";;";
+constexpr QLatin1String kBetweenFilters(";;");
 
 // ".PQD" of "... (*.PQD)".
 std::string endingIn(const QString& filter) {

@@ -53,6 +53,11 @@ class EndSignalsTest : public QObject {
   };
 
  private slots:
+  // A shell that starts this in the background has it ignore one of them.
+  void initTestCase() {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) signal(number, SIG_DFL);
+  }
+
   void endsAtOnceWhereNothingIsUnsaved_data() {
     QTest::addColumn<int>("signal");
     QTest::addColumn<QString>("half");

@@ -167,6 +167,9 @@ TEST(InsightsSheets, HoldTheFigures) {
   EXPECT_EQ(years.rows[0], (Row{std::int64_t{2001}, text("Fund 1"), money(0), money(0), money(1005),
                                 money(474), money(0), money(0), money(0), money(0), money(0),
                                 money(72), money(60), money(603)}));
+  EXPECT_EQ(years.rows[1], (Row{std::int64_t{2002}, text("Fund 1"), money(60), money(603), money(0),
+                                money(0), money(50), money(0), money(0), money(0), money(0),
+                                money(0), money(60), money(603)}));
 }
 
 // -100, 500, -600: 100 % and 200 % a year. Bought and valued on one day: none, and the
@@ -192,6 +195,8 @@ TEST(Insights, RatesAndRemarksStandBeside) {
   const std::string report = showInsights(asked(database, prices)).reports[1];
   EXPECT_TRUE(contains(report, " 100.00%;200.00%\r\n"));
   EXPECT_TRUE(contains(report, "          none  under 365 days; plain 10.00%\r\n"));
+  // No flows, no days: the columns stay where they are.
+  EXPECT_TRUE(contains(report, "\nFund 4" + std::string(48, ' ') + "      0          none\r\n"));
 }
 
 // golden/derive.py derived them, and its own check runs beside this one.

@@ -2,7 +2,9 @@
 #include "insights/ordered_records.h"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
+#include <numeric>
 
 namespace mirelund {
 
@@ -39,8 +41,7 @@ OrderedRecords::OrderedRecords(const Database& database) {
     slots[row] = slot(table[row]);
     ++ends_[slots[row] + std::size_t{1}];
   }
-  for (std::size_t i = 1; i < ends_.size(); ++i)
-    ends_[i] = static_cast<std::uint16_t>(ends_[i] + ends_[i - 1]);
+  std::partial_sum(ends_.begin(), ends_.end(), ends_.begin(), std::plus<std::uint16_t>());
   auto next = ends_;
   std::array<std::int32_t, kFundRows> last{};  // the order of the last record of each
   std::uint32_t unsorted = 0;                  // a bit each

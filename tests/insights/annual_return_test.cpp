@@ -73,6 +73,8 @@ TEST(SolveRates, SeveralRatesAreAllFound) {
 TEST(SolveRates, ARateOfNothingIsARate) {
   EXPECT_EQ(solveRates(flowsOf({{date(2001, 1, 1), -100}, {date(2005, 1, 1), 100}})),
             std::vector{0.0});
+  EXPECT_EQ(solveRates(flowsOf({{date(2001, 1, 1), 100}, {date(2005, 1, 1), -100}})),
+            std::vector{0.0});
   EXPECT_EQ(solveRates(flowsOf(
                 {{date(2001, 1, 1), -100}, {date(2002, 1, 1), 200}, {date(2003, 1, 1), -100}})),
             std::vector{0.0});

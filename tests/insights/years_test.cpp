@@ -24,11 +24,13 @@ Holding held(double shares, double cost) {
   return {money(shares), money(cost)};
 }
 
-// Fund 1 in 2001 and 2004, fund 2 in 2002 and 2004, fund 3 refused; nobody in 2003.
+// Fund 1 in 2001 and 2004, fund 2 in 2002 and 2004; nobody in 2003. Fund 3 is refused for its
+// second record, and its first counts nowhere.
 TEST(Years, OpenWithTheClosingBeforeAndLeaveYearsOut) {
   const Database database = databaseOf(3, R"(1,10,100,0,0,1000,"B",#2001-05-15#
+3,20,10,0,0,200,"B",#2001-05-15#
 2,20,10,0,0,200,"B",#2002-05-15#
-3,20,-10,0,0,-200,"S",#2002-05-15#
+3,20,-11,0,0,-220,"S",#2002-05-15#
 1,12,-50,0,0,-600,"S",#2004-01-01#
 2,0,0,0,5,-5,"C",#2004-12-31#
 )");

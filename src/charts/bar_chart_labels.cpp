@@ -12,7 +12,23 @@
 namespace mirelund {
 
 namespace {
+
 constexpr QMargins kLeastMargins(15, 15, 15, 15);
+
+struct Labels {
+  QStringList texts;
+  double widest = 0.0;
+};
+
+Labels measured(const ChartView& view, const QFontMetricsF& metrics) {
+  Labels labels;
+  for (const std::string& category : view.categories) {
+    labels.texts << toQString(category);
+    labels.widest = std::max(labels.widest, metrics.horizontalAdvance(labels.texts.back()));
+  }
+  return labels;
+}
+
 }  // namespace
 
 // Names that lean take height from the values, and marks of the values width from the
@@ -44,12 +60,7 @@ void BarChart::fitLabels() {
 // Numbers that would touch are left out, for they can be counted on.
 void BarChart::fitNumbers(double slot) {
   const QFontMetricsF metrics(xAxis->tickLabelFont());
-  QStringList labels;
-  double widest = 0.0;
-  for (const std::string& category : view_.categories) {
-    labels << toQString(category);
-    widest = std::max(widest, metrics.horizontalAdvance(labels.back()));
-  }
+  const auto [labels, widest] = measured(view_, metrics);
   setCategories(labels, 0.0, labelStep(slot, widest + metrics.averageCharWidth()));
 }
 
@@ -57,12 +68,7 @@ void BarChart::fitNumbers(double slot) {
 // no more than their letters' height asks for.
 void BarChart::fitNames() {
   const QFontMetricsF metrics(xAxis->tickLabelFont());
-  QStringList names;
-  double widest = 0.0;
-  for (const std::string& category : view_.categories) {
-    names << toQString(category);
-    widest = std::max(widest, metrics.horizontalAdvance(names.back()));
-  }
+  const auto [names, widest] = measured(view_, metrics);
   const double besideEachOther =
       axes_->width() / xAxis->range().size() - metrics.averageCharWidth();
   if (widest <= besideEachOther) return setCategories(names, 0.0);

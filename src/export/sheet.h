@@ -13,8 +13,8 @@
 namespace mirelund {
 
 /// An empty cell, a text (UTF-8), a whole number, an amount or rate, several of them, a day.
-using Cell = std::variant<std::monostate, std::string, std::int64_t, Currency,
-                          std::vector<Currency>, Date>;
+using Cell =
+    std::variant<std::monostate, std::string, std::int64_t, Currency, std::vector<Currency>, Date>;
 
 struct SheetColumn {
   std::string heading;

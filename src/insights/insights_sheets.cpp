@@ -37,6 +37,7 @@ Cell cellOf(const std::vector<double>& rates) {
   if (rates.empty()) return {};
   if (rates.size() == 1) return ratePercent(rates.front());
   std::vector<Currency> percents;
+  percents.reserve(rates.size());
   for (const double rate : rates) percents.push_back(ratePercent(rate));
   return percents;
 }

@@ -631,8 +631,8 @@ TEST(MortgageSchedule, AnyInputEndsInAReportOrMessageThree) {
     const bool usual = *rc::gen::arbitrary<bool>();
     const auto amount = usual ? usualAmount() : anyAmount();
     const auto rate = usual ? usualRate() : anyRate();
-    MortgageInput input = mortgage((*amount).toDouble(), (*rate).toDouble(),
-                                   (*anyYears()).toDouble(), *anyChoices());
+    MortgageInput input =
+        mortgage((*amount).toDouble(), (*rate).toDouble(), (*anyYears()).toDouble(), *anyChoices());
     input.payment = (*amount).toDouble();
     const ShownSchedule shown = showSchedule({input, anyKind(), {*amount, *amount}});
     RC_ASSERT(!showsNoNumber(shown.report));

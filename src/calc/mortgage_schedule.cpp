@@ -125,13 +125,12 @@ class Table {
 
   void rule() { appendLine(report_, std::string(width_, '_')); }
 
-  // The label stands at the line's beginning, its number at the end of the column.
+  // The label stands at the line's beginning, its number at the end of the column; 0 is
+  // not shown.
   void row(std::string_view label, std::size_t number, const ScheduleRow& row) {
     ReportLine line(report_, width_);
     label.copy(line.place(0), label.size());
-    if (number > 0)
-      line.put(Currency::whole(static_cast<std::int64_t>(number)), "###", kNumberWidth,
-               kNumberWidth - label.size());
+    line.put(Currency::whole(static_cast<std::int64_t>(number)), "###", kNumberWidth, kNumberWidth);
     std::size_t edge = kNumberWidth;
     for (const AmountColumn& column : kAmounts)
       line.put(row.*column.amount, kMoney, edge += column_, column_);

@@ -8,7 +8,7 @@ namespace mirelund {
 
 namespace {
 
-constexpr std::array<std::int64_t, 5> kPowers = {1, 10, 100, 1'000, 10'000};
+constexpr auto kPowers = std::to_array<std::int64_t>({1, 10, 100, 1'000, 10'000});
 constexpr int kMostDecimals = 4;
 
 std::int64_t power(int exponent) {

@@ -30,8 +30,7 @@ struct CellText {
 
   std::string operator()(std::monostate /*none*/) const { return {}; }
   std::string operator()(const std::string& text) const {
-    const bool formula =
-        !text.empty() && std::string_view("=+-@").find(text.front()) != std::string_view::npos;
+    const bool formula = text.find_first_of("=+-@") == 0;
     return formula ? '\'' + text : text;
   }
   std::string operator()(std::int64_t number) const { return std::to_string(number); }

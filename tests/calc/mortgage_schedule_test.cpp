@@ -319,6 +319,15 @@ TEST(MortgageSchedule, RoundsPaymentsUpLessWhatThePageHides) {
   EXPECT_EQ(loanOf(input, Conventional).payments, 145U);
 }
 
+TEST(MortgageSchedule, HasOneToAHundredThousandPayments) {
+  // 1,000.00 for a month at 1 %: 0.83 of interest.
+  EXPECT_EQ(makeSchedule({mortgage(1000, 1, 1 / 12.0), Conventional, {}}).rows,
+            std::vector{row(100'083, 0, 83, 100'000, 0)});
+  const double years = kMostPayments / 12.0;
+  EXPECT_EQ(loanOf(mortgage(100'000, 0.0001, years), Conventional).payments, kMostPayments);
+  EXPECT_THROW(loanOf(mortgage(100'000, 0.0001, years + 0.01 / 12), Conventional), ArithmeticError);
+}
+
 // What is solved for is not whole cents; a schedule has what the page shows of it.
 TEST(MortgageSchedule, PaysWhatThePageShows) {
   MortgageInput input = kAsLoaded;
@@ -427,6 +436,7 @@ TEST(MortgageSchedule, ExportsARowAPayment) {
   const PaymentSchedule schedule =
       makeSchedule({kAsLoaded, Conventional, {{}, Currency::whole(1000)}});
   const Sheet sheet = scheduleSheet(schedule);
+  EXPECT_EQ(sheet.name, "Payment schedule");
   std::string headings;
   for (const SheetColumn& column : sheet.columns)
     headings += (headings.empty() ? "" : ",") + column.heading;

@@ -90,7 +90,7 @@ Sheet allFundsSheet(const Database& database) {
 }
 
 Sheet currentValueSheet(const Database& database, std::span<const Currency> prices) {
-  CurrencyTable values(kTotalsRows, kTotalsColumns);
+  CurrencyTable values;
   static_cast<void>(currentValueTable(database, prices, values));
   // "% 0f" is the report's own word (CurrentValue.ExactHeading).
   Sheet sheet =

@@ -170,12 +170,15 @@ class ProgramFixture {
     qDeleteAll(windows);
   }
 
-  // A window manager may be slow, or give the focus to a window that is going.
+  // A window manager may be slow, or give the focus to a window that is going. A dialog's
+  // window calls itself active already when the one beneath it is: the keys still go there.
   static bool isActivated(QWidget* widget) {
     constexpr int kTries = 10;
     for (int i = 0; i < kTries; ++i) {
       widget->activateWindow();
-      if (QTest::qWaitForWindowActive(widget, 1000)) return true;
+      if (QTest::qWaitForWindowActive(widget, 1000) &&
+          QTest::qWaitFor([&] { return QApplication::activeWindow() == widget->window(); }, 1000))
+        return true;
     }
     return false;
   }

@@ -64,14 +64,15 @@ void checkReaching(std::initializer_list<Goal> goals, Property property) {
   rc::detail::checkGTest(counted);
   if (testing::Test::HasFailure() || cases < kFewestCases) return;
   if (std::ranges::any_of(goals, missed)) {
-    rc::detail::TestParams others = rc::detail::configuration().testParams;
-    others.maxSuccess *= 10;
-    ++others.seed;
-    const auto result = rc::detail::checkTestable(counted, rc::detail::TestMetadata(), others);
+    rc::detail::Configuration others = rc::detail::configuration();
+    others.testParams.maxSuccess *= 10;
+    ++others.testParams.seed;
+    const auto result =
+        rc::detail::checkTestable(counted, rc::detail::TestMetadata(), others.testParams);
     std::ostringstream message;
     rc::detail::printResultMessage(result, message);
     if (!result.template is<rc::detail::SuccessResult>())
-      FAIL() << message.str() << "(seed " << others.seed << ')';
+      FAIL() << message.str() << "\nRC_PARAMS: " << rc::detail::configToMinimalString(others);
   }
   for (const Goal& goal : goals) {
     const int count = reached.count(goal.place);
